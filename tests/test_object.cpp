@@ -1,0 +1,157 @@
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cstring>
+#include <limits>
+
+#include "utils/zvobjwid.h"
+#include "utils/zvvalue.h"
+
+namespace {
+
+TEST(Object, HasNoMirrorAndNoLocalIdAtFirst) {
+  ZVObject first;
+  ZVObject second;
+  EXPECT_EQ(first.javaIndex(), -1);
+  EXPECT_EQ(first.localID(), std::numeric_limits<int32_t>::min());
+  EXPECT_EQ(first.isOMLObject(), 0);
+  EXPECT_NE(first.graphFileID(), second.graphFileID());
+  EXPECT_EQ(first.graphFileID(), first.graphFileID());
+  EXPECT_EQ(first.fileOutput("a", "b", nullptr), ZV_ERROR_OK);
+}
+
+#if UINTPTR_MAX > 0xffffffffU
+TEST(Object, IdentityNumbersAreNegativeMultiplesOfEight) {
+  ZVObject object;
+  int32_t previous = object.graphFileID();
+  for (int i = 0; i < 100; ++i) {
+    ZVObject next;
+    EXPECT_EQ(next.graphFileID(), previous + 8);
+    EXPECT_LT(next.graphFileID(), 0);
+    previous = next.graphFileID();
+  }
+}
+#endif
+
+TEST(Object, NoCopyCarriesTheMirrorOrTheIdentity) {
+  ZVInt source(7);
+  source.javaIndex(3);
+  int32_t sourceID = source.graphFileID();
+  ZVInt target(1);
+  target.javaIndex(5);
+
+  target = source;
+  EXPECT_EQ(target.value(), 7);
+  EXPECT_EQ(target.javaIndex(), 5);
+  EXPECT_NE(target.graphFileID(), sourceID);
+
+  ZVInt copy(source);
+  EXPECT_EQ(copy.javaIndex(), -1);
+  ZVInt* clone = source.cloneObject();
+  EXPECT_EQ(clone->javaIndex(), -1);
+  EXPECT_EQ(clone->value(), 7);
+  EXPECT_NE(clone->graphFileID(), sourceID);
+  delete clone;
+
+  ZVObject memberwise(static_cast<const ZVObject&>(source));
+  EXPECT_EQ(memberwise.javaIndex(), 3);
+  EXPECT_NE(memberwise.graphFileID(), sourceID);
+
+  memberwise.javaIndex(-1);
+  source.javaIndex(-1);
+  target.javaIndex(-1);
+}
+
+// The same protocol over all three boxed numbers.
+template <class Box>
+void checkProtocol(decltype(Box().value()) number) {
+  Box source(number);
+  EXPECT_EQ(Box().value(), 0);
+  Box target;
+  EXPECT_EQ(target.value(number), number);
+  EXPECT_EQ(target.value(), number);
+
+  target = *&target;
+  target.copyObject(&target);
+  target.copyAttributes(&target);
+  target.copyObject(nullptr);
+  target.copyAttributes(nullptr);
+  EXPECT_EQ(target.value(), number);
+
+  for (int way = 0; way < 3; ++way) {
+    Box copy;
+    if (way == 0) copy = source;
+    if (way == 1) copy.copyObject(&source);
+    if (way == 2) copy.copyAttributes(&source);
+    EXPECT_EQ(copy.value(), number);
+  }
+  EXPECT_EQ(Box(source, ZV_ATTRIBUTE_COPY).value(), number);
+  EXPECT_EQ(Box(source, static_cast<ZVDeepFlagEnum>(2)).value(), number);
+
+  const ZVObject& base = source;
+  ZVObject* clone = base.cloneAttributes();
+  EXPECT_EQ(Box::castDown(clone)->value(), number);
+  delete clone;
+  EXPECT_EQ(Box::cloneObject(nullptr), nullptr);
+  EXPECT_EQ(Box::cloneAttributes(nullptr), nullptr);
+}
+
+TEST(Value, FollowsTheCopyProtocol) {
+  checkProtocol<ZVInt>(-5);
+  checkProtocol<ZVLong>(std::numeric_limits<int32_t>::min());
+  checkProtocol<ZVDouble>(1.5);
+}
+
+TEST(Value, CloneKeepsTheBitsOfADouble) {
+  for (double number : {-0.0, std::numeric_limits<double>::quiet_NaN()}) {
+    ZVDouble source(number);
+    ZVDouble* clone = source.cloneObject();
+    EXPECT_EQ(std::bit_cast<uint64_t>(clone->value()), std::bit_cast<uint64_t>(number));
+    delete clone;
+  }
+}
+
+TEST(Identity, GeneratorWrapsPastTheTopAndCountsIt) {
+  ZVIDGenerator generator;
+  EXPECT_EQ(generator.nextLocalID(), std::numeric_limits<int32_t>::min() + 2);
+  generator.releaseLocalID(std::numeric_limits<int32_t>::min() + 2);
+  int32_t last = 0;
+  // All ids up to the wrap: about four thousand million steps would be too many, so the state is forged.
+  struct State {
+    int32_t nextID;
+    int32_t overflow;
+  };
+  static_assert(sizeof(State) == sizeof(ZVIDGenerator));
+  State state{std::numeric_limits<int32_t>::max() - 1, 0};
+  std::memcpy(static_cast<void*>(&generator), &state, sizeof state);
+  last = generator.nextLocalID();
+  EXPECT_EQ(last, std::numeric_limits<int32_t>::max());
+  EXPECT_EQ(generator.overflow(), 0);
+  ZVIDGenerator copy;
+  copy = generator;
+  EXPECT_EQ(copy.nextLocalID(), std::numeric_limits<int32_t>::min() + 1);
+  EXPECT_EQ(copy.overflow(), 1);
+  EXPECT_EQ(generator.overflow(), 0);
+}
+
+TEST(Identity, UniqueIdNamesAnObject) {
+  char text[19];
+  EXPECT_STREQ(ZVUniqueID(255, 1).idString(text), "ID000000ff00000001");
+  EXPECT_STREQ(ZVUniqueID(-1, -2).idString(text), "IDfffffffffffffffe");
+  EXPECT_EQ(ZVUniqueID().isNullID(), 1);
+  EXPECT_EQ(ZVUniqueID(0, 1).isNullID(), 0);
+  EXPECT_EQ(ZVUniqueID::isNullID(nullptr), 0);
+
+  ZVObject plain;
+  ZVUniqueID id(&plain);
+  EXPECT_EQ(id.firstID(), plain.graphFileID());
+  EXPECT_STREQ(id.idString(text) + 10, "80000000");
+  ZVObjectWithID identified;
+  id = &identified;
+  EXPECT_EQ(id.secondID(), 0);
+  EXPECT_NE(id.firstID(), 0);
+  id.getObjectID(nullptr);
+  EXPECT_EQ(id.isNullID(), 1);
+}
+
+}  // namespace
