@@ -1,0 +1,56 @@
+// Iterates over the fields that apply to a syntax object: first every list of defaults, in order, then the
+// object's own fields, so a reader that keeps the last value of a name gets the object's own.
+//
+// A field with a wildcard in its section path comes once for each section that defines it, each time bound
+// to that section (definition, section and path), and is set back when its turns are over. An iteration
+// that is broken off in between leaves the field bound.
+#ifndef ZV_ZVOMLSFI_H
+#define ZV_ZVOMLSFI_H
+
+#include "utils/zvobject.h"
+#include "utils/zvomlsyn.h"
+
+class ZVOMLDefSection;
+
+// The plain state of an iteration, on which the functions below work.
+struct ZVOMLSyntaxFieldIterEncapsulation {
+  ZVOMLSyntaxFieldList* current = nullptr;
+  ZVOMLSyntaxDefaultList* nextDefaults = nullptr;
+  ZVOMLSyntaxFieldList* ownFields = nullptr;  // still to come
+  ZVOMLDefObjType* objType = nullptr;
+  // Set while a wildcard field is being expanded.
+  ZVOMLDefSection* section = nullptr;
+  uint32_t wildcardPath = 0;
+  uint32_t wildcardMask = 0;
+};
+
+extern "C" {
+// A null object gives an exhausted iteration.
+ZV_EXPORT void initSyntaxFieldIterEncapsulation(ZVOMLSyntaxFieldIterEncapsulation* state,
+                                                const ZVOMLSyntaxObject* object);
+// The current item, null when exhausted.
+ZV_EXPORT ZVOMLSyntaxField* getFromSyntaxFieldIterEncapsulation(
+    const ZVOMLSyntaxFieldIterEncapsulation* state);
+ZV_EXPORT void incrementSyntaxFieldIterEncapsulation(ZVOMLSyntaxFieldIterEncapsulation* state);
+// 1 while there is a current item.
+ZV_EXPORT int checkListEndSyntaxFieldIterEncapsulation(const ZVOMLSyntaxFieldIterEncapsulation* state);
+}
+
+class ZV_EXPORT ZVOMLSyntaxFieldIter : public ZVObject {
+ public:
+  ZVOMLSyntaxFieldIter(const ZVOMLSyntaxObject* object = nullptr) { init(object); }
+
+  ZVOMLSyntaxField* pField() const { return getFromSyntaxFieldIterEncapsulation(pEncapsulation()); }
+  operator int() const { return checkListEndSyntaxFieldIterEncapsulation(pEncapsulation()); }
+
+  void init(const ZVOMLSyntaxObject* object) { initSyntaxFieldIterEncapsulation(&state_, object); }
+  void operator++() { incrementSyntaxFieldIterEncapsulation(&state_); }
+  void operator++(int) { incrementSyntaxFieldIterEncapsulation(&state_); }
+
+  ZV_SHAPE_NO_COPY(ZVOMLSyntaxFieldIter)
+  const ZVOMLSyntaxFieldIterEncapsulation* pEncapsulation() const { return &state_; }
+
+  ZVOMLSyntaxFieldIterEncapsulation state_;
+};
+
+#endif
