@@ -207,12 +207,16 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   struct ObjectRecord;
   // What a fatal error or cleanup takes out of reach during a run, until the run has returned.
   struct Remains;
+  class Run;
+  struct TokenScratch;
   struct OutputBuffer;
 
   // ---- Frame
   void makePools();
   void releasePools();
   void releaseTree();
+  Remains& remains();
+  void releaseRemains();
 
   // ---- Tokens: one of look-ahead; null at the end of input
   std::unique_ptr<ZVOMLToken> nextToken();
@@ -381,6 +385,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   int32_t bracketLevel_ = 0;
   int32_t bracketSkipLevel_ = -1;
   std::unique_ptr<ZVOMLToken> lookAhead_;
+  std::unique_ptr<TokenScratch> scratch_;
   int ignoreField_ = 0;
   int inUncheckedSection_ = 0;
   ZVStringHandle* auxCLIBuffer_ = nullptr;  // not owned

@@ -1,0 +1,90 @@
+// Definitions that the sources of ZVOMLFile share. Not a public header.
+#ifndef ZV_ZVOMLINT_H
+#define ZV_ZVOMLINT_H
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "utils/zvomlfil.h"
+#include "utils/zvstrhnd.h"
+
+class ZVStringPool;
+
+// One entry of the stack of open files. Entries below the top keep the state of their file while another one
+// is read in their place.
+struct ZVOpenFileList {
+  static constexpr int32_t BINARY_BUFFER_SIZE = 254;
+
+  int32_t fileNameIndex = -1;  // in the string pool
+  int32_t line = 0;            // of a binary file: bytes taken
+  int16_t position = 0;        // characters of the line taken
+  ZVStringHandle text;         // the current line
+  const char* read = nullptr;  // next character of the line; null: no line yet
+  char binaryBuffer[BINARY_BUFFER_SIZE];
+  const char* binaryRead = nullptr;
+  int32_t binaryLeft = 0;
+
+  uint16_t bits = 0;
+  int fileHandle = -1;
+  CArchive* archive = nullptr;
+  char* fileBuffer = nullptr;  // owned while another file is read
+  char* topBuffer = nullptr;
+  int numberOfBufferedBytes = 0;
+  std::string fileName;
+  std::string pathName;
+
+  ZVOpenFileList* next = nullptr;
+};
+
+// One entry of the stack of open brackets.
+struct ZVBracketList {
+  char bracket;
+  int32_t fileNameIndex;
+  int32_t line;
+  int16_t position;
+  ZVBracketList* next;
+};
+
+// What an entry of the object id pool points to: the nodes of both phases. Neither is owned.
+struct ZVOMLFile::ObjectRecord {
+  ZVOMLSyntaxObject* syntaxObject = nullptr;
+  ZVObject* object = nullptr;
+};
+
+// Owns what cleanup takes out of reach. During a run it waits here, so that no frame of the parser or of a
+// callback ever looks at freed memory.
+struct ZVOMLFile::Remains {
+  Remains() = default;
+  Remains(const Remains&) = delete;
+  Remains& operator=(const Remains&) = delete;
+  ~Remains();
+
+  std::vector<ZVObject*> objects;
+  std::vector<ZVOMLSyntaxObject*> trees;
+  std::vector<ZVStringPool*> pools;
+  std::vector<ZVStringPool*> recordPools;  // whose entries point to an ObjectRecord each, or to nothing
+};
+
+// One run of a read or a write, from behind initParser to the last use of the file: what cleanup releases
+// while it lasts is deleted when it is over.
+class ZVOMLFile::Run {
+ public:
+  explicit Run(ZVOMLFile& file) : file_(file) { ++file_.runDepth_; }
+  Run(const Run&) = delete;
+  Run& operator=(const Run&) = delete;
+  ~Run() {
+    if (--file_.runDepth_ == 0) file_.releaseRemains();
+  }
+
+ private:
+  ZVOMLFile& file_;
+};
+
+// What the token reader keeps between tokens for speed alone.
+struct ZVOMLFile::TokenScratch {
+  ZVStringHandle text;
+};
+
+#endif
