@@ -1,0 +1,15 @@
+// Every public header of the library.
+#ifndef ZV_ZVUTILS_H
+#define ZV_ZVUTILS_H
+
+#include "utils/zvdtuple.h"
+#include "utils/zvgeom.h"
+#include "utils/zvobject.h"
+#include "utils/zvobjwid.h"
+#include "utils/zvplatfo.h"
+#include "utils/zvpoint.h"
+#include "utils/zvsize.h"
+#include "utils/zvtuple.h"
+#include "utils/zvvalue.h"
+
+#endif
