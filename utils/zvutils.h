@@ -6,6 +6,8 @@
 #include "utils/zvgeom.h"
 #include "utils/zvobject.h"
 #include "utils/zvobjwid.h"
+#include "utils/zvomldef.h"
+#include "utils/zvomlsta.h"
 #include "utils/zvplatfo.h"
 #include "utils/zvpoint.h"
 #include "utils/zvsize.h"
