@@ -2,8 +2,7 @@
 #ifndef ZV_TESTS_MIRRORED_H
 #define ZV_TESTS_MIRRORED_H
 
-#include "utils/zvobjwid.h"
-#include "utils/zvvalue.h"
+#include "utils/zvutils.h"
 
 struct MirroredClass {
   const char* name;
@@ -19,10 +18,14 @@ ZVObject* makeDefault() {
 
 // In alphabetical order.
 inline const MirroredClass MIRRORED_CLASSES[] = {
+    {"ZVDTuple", makeDefault<ZVDTuple>, true},
     {"ZVDouble", makeDefault<ZVDouble>, true},
     {"ZVInt", makeDefault<ZVInt>, true},
     {"ZVLong", makeDefault<ZVLong>, true},
     {"ZVObjectWithID", makeDefault<ZVObjectWithID>, true},
+    {"ZVPoint", makeDefault<ZVPoint>, true},
+    {"ZVSize", makeDefault<ZVSize>, true},
+    {"ZVTuple", makeDefault<ZVTuple>, true},
 };
 
 #endif
