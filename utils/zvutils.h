@@ -4,6 +4,7 @@
 
 #include "utils/zvdtuple.h"
 #include "utils/zvgeom.h"
+#include "utils/zvhelper.h"
 #include "utils/zvobject.h"
 #include "utils/zvobjwid.h"
 #include "utils/zvomldef.h"
@@ -11,6 +12,8 @@
 #include "utils/zvplatfo.h"
 #include "utils/zvpoint.h"
 #include "utils/zvsize.h"
+#include "utils/zvstrhnd.h"
+#include "utils/zvstrpoo.h"
 #include "utils/zvtuple.h"
 #include "utils/zvvalue.h"
 
