@@ -25,6 +25,8 @@ inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVObjectWithID", makeDefault<ZVObjectWithID>, true},
     {"ZVPoint", makeDefault<ZVPoint>, true},
     {"ZVSize", makeDefault<ZVSize>, true},
+    {"ZVStringHandle", makeDefault<ZVStringHandle>, true},
+    {"ZVStringPool", makeDefault<ZVStringPool>, true},
     {"ZVTuple", makeDefault<ZVTuple>, true},
 };
 
