@@ -1,0 +1,624 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <random>
+#include <type_traits>
+#include <vector>
+
+#include "utils/zvdlist.h"
+#include "utils/zvdlisti.h"
+#include "utils/zvslist.h"
+#include "utils/zvslisti.h"
+
+namespace {
+
+#if UINTPTR_MAX > 0xffffffffU
+static_assert(sizeof(ZVDListCell) == 40);
+#endif
+
+struct Doubly {
+  using List = ZVDList;
+  using Twin = ZVSList;
+  using Cell = ZVDListCell;
+  using Iter = ZVDListIter;
+};
+
+struct Singly {
+  using List = ZVSList;
+  using Twin = ZVDList;
+  using Cell = ZVSListCell;
+  using Iter = ZVSListIter;
+};
+
+template <class Family>
+constexpr bool TWO_WAY = std::is_same_v<Family, Doubly>;
+
+// An object that counts how many of its kind live.
+struct Counted : ZVObject {
+  explicit Counted(int* counter) : live(counter) { ++*live; }
+  ~Counted() override { --*live; }
+  ZVObject* vCloneObject() const override { return new Counted(live); }
+  int* live;
+};
+
+// Random operations on a few lists, each done to a vector as well. Whatever holds for a list is looked at
+// after each operation.
+template <class Family>
+class ListModel {
+  using List = typename Family::List;
+  using Cell = typename Family::Cell;
+
+  // A null cell is one that the list has made and the model has not seen yet.
+  struct Entry {
+    Cell* cell;
+    ZVObject* object;
+  };
+  using Model = std::vector<Entry>;
+  static constexpr int LISTS = 3;
+  static constexpr int OBJECTS = 7;
+
+ public:
+  explicit ListModel(unsigned seed) : random_(seed) {}
+
+  void run(int steps) {
+    for (int step = 0; step < steps && !testing::Test::HasFatalFailure(); ++step) {
+      SCOPED_TRACE(testing::Message() << "step " << step);
+      at_ = below(LISTS);
+      list_ = &lists_[at_];
+      model_ = &models_[at_];
+      change();
+      for (int i = 0; i < LISTS; ++i) checkCells(lists_[i], models_[i]);
+      checkReading();
+    }
+  }
+
+ private:
+  int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
+  ZVObject* anyObject() {
+    int i = below(OBJECTS + 1);
+    return i < OBJECTS ? &objects_[static_cast<size_t>(i)] : nullptr;
+  }
+  // An index into the model, or -1.
+  int anyPlace(const Model& model) { return below(static_cast<int>(model.size()) + 1) - 1; }
+  static Cell* cellAt(const Model& model, int place) {
+    return place < 0 ? nullptr : model[static_cast<size_t>(place)].cell;
+  }
+  static int placeOf(const Model& model, const ZVObject* object) {
+    auto found = std::find_if(model.begin(), model.end(), [=](const Entry& e) { return e.object == object; });
+    return found == model.end() ? -1 : static_cast<int>(found - model.begin());
+  }
+  static int placeOfCell(const Model& model, const Cell* cell) {
+    auto found = std::find_if(model.begin(), model.end(), [=](const Entry& e) { return e.cell == cell; });
+    return found == model.end() ? -1 : static_cast<int>(found - model.begin());
+  }
+  static void put(Model& model, int after, Entry entry) { model.insert(model.begin() + (after + 1), entry); }
+  static void drop(Model& model, int place) { model.erase(model.begin() + place); }
+
+  void change() {
+    switch (below(10)) {
+      case 0:
+        return insertObject();
+      case 1:
+        return insertFreeCell();
+      case 2:
+        return removeOne();
+      case 3:
+      case 4:
+        return transferWhole();
+      case 5:
+      case 6:
+        return transferPart();
+      case 7:
+        return changeWhole();
+      default:
+        if constexpr (TWO_WAY<Family>) return changeTwoWay();
+        return transferNext();
+    }
+  }
+
+  // Where a new element goes: 0 behind a given cell, 1 at the tail, 2 at the front.
+  int choosePlace() {
+    where_ = below(3);
+    if (where_ == 0) return anyPlace(*model_);
+    return where_ == 1 ? static_cast<int>(model_->size()) - 1 : -1;
+  }
+
+  void insertObject() {
+    int place = choosePlace();
+    Cell* after = cellAt(*model_, place);
+    ZVObject* object = anyObject();
+    int holder = placeOf(*model_, object);
+    Cell* result = nullptr;
+    if (below(2)) {
+      if (where_ == 0) result = list_->addObjectIfNotInList(after, object);
+      if (where_ == 1) result = list_->appendObjectIfNotInList(object);
+      if (where_ == 2) result = list_->prependObjectIfNotInList(object);
+      if (holder >= 0) {
+        ASSERT_EQ(result, cellAt(*model_, holder));
+        return;
+      }
+    } else {
+      if (where_ == 0) result = list_->addObject(after, object);
+      if (where_ == 1) result = list_->appendObject(object);
+      if (where_ == 2) result = list_->prependObject(object);
+    }
+    put(*model_, place, {result, object});
+  }
+
+  void insertFreeCell() {
+    int place = choosePlace();
+    Cell* after = cellAt(*model_, place);
+    Cell* cell = new Cell(anyObject());
+    int holder = placeOf(*model_, cell->pObject());
+    Cell* result = nullptr;
+    if (below(2)) {
+      ASSERT_EQ(list_->insertCellIfNotInList(after, nullptr), nullptr);
+      if (where_ == 0) result = list_->insertCellIfNotInList(after, cell);
+      if (where_ == 1) result = list_->appendCellIfNotInList(cell);
+      if (where_ == 2) result = list_->prependCellIfNotInList(cell);
+      if (holder >= 0) {
+        ASSERT_EQ(result, cellAt(*model_, holder));
+        delete cell;
+        return;
+      }
+    } else {
+      if (where_ == 0) result = list_->insertCell(after, cell);
+      if (where_ == 1) result = list_->appendCell(cell);
+      if (where_ == 2) result = list_->prependCell(cell);
+    }
+    ASSERT_EQ(result, cell);
+    put(*model_, place, {cell, cell->pObject()});
+  }
+
+  void removeOne() {
+    int place = anyPlace(*model_);
+    Cell* cell = cellAt(*model_, place);
+    Cell* removed = nullptr;
+    switch (below(TWO_WAY<Family> ? 4 : 6)) {
+      case 0:
+        removed = list_->removeCell(cell);
+        break;
+      case 1: {
+        const Model& other = models_[below(LISTS)];
+        cell = cellAt(other, anyPlace(other));
+        place = placeOfCell(*model_, cell);
+        removed = list_->searchAndRemoveCell(cell);
+        if (place < 0) cell = nullptr;
+        break;
+      }
+      case 2: {
+        ZVObject* object = anyObject();
+        place = !TWO_WAY<Family> && !object ? -1 : placeOf(*model_, object);
+        cell = cellAt(*model_, place);
+        removed = list_->searchAndRemoveObject(object);
+        break;
+      }
+      case 3:
+        list_->discardCell(cell);
+        if (place >= 0) drop(*model_, place);
+        return;
+      default:
+        if constexpr (!TWO_WAY<Family>) {
+          // A place of -1 stands for the front, the cell behind it is the one that goes.
+          Cell* behind = cellAt(*model_, place + 1 < static_cast<int>(model_->size()) ? place + 1 : -1);
+          ASSERT_EQ(list_->removeNextCell(ZVSList::noPredecessor()), nullptr);
+          list_->discardNextCell(ZVSList::noPredecessor());
+          ASSERT_EQ(list_->removeNextCell(cell), behind);
+          if (behind) drop(*model_, place + 1);
+          delete behind;
+        }
+        return;
+    }
+    ASSERT_EQ(removed, cell);
+    if (removed) drop(*model_, place);
+    delete removed;
+  }
+
+  // A source: one of the lists, perhaps the target, or none (-1).
+  int chooseSource() { return below(LISTS + 1) - 1; }
+
+  void transferWhole() {
+    bool copies = below(2);
+    bool skips = below(2);
+    int place = choosePlace();
+    Cell* after = cellAt(*model_, place);
+    int from = chooseSource();
+    List* source = from < 0 ? nullptr : &lists_[from];
+    int result = copies ? copyWhole(skips, after, source) : moveWhole(skips, after, source);
+    bool accepted = from >= 0 && from != at_;
+    ASSERT_EQ(result, accepted);
+    if (accepted) modelTransfer(place, from, 0, static_cast<int>(models_[from].size()) - 1, copies, skips);
+  }
+
+  int moveWhole(bool skips, Cell* after, List* source) {
+    if (where_ == 1) return skips ? list_->appendListIfNotInList(source) : list_->appendList(source);
+    if (where_ == 2) return skips ? list_->prependListIfNotInList(source) : list_->prependList(source);
+    return skips ? list_->transferListIfNotInList(after, source) : list_->transferList(after, source);
+  }
+
+  int copyWhole(bool skips, Cell* after, const List* source) {
+    if (where_ == 1) return skips ? list_->copyAppendListIfNotInList(source) : list_->copyAppendList(source);
+    if (where_ == 2)
+      return skips ? list_->copyPrependListIfNotInList(source) : list_->copyPrependList(source);
+    return skips ? list_->copyTransferListIfNotInList(after, source) : list_->copyTransferList(after, source);
+  }
+
+  void transferPart() {
+    bool copies = below(2);
+    bool skips = below(2);
+    int place = anyPlace(*model_);
+    Cell* after = cellAt(*model_, place);
+    int from = chooseSource();
+    List* source = from < 0 ? nullptr : &lists_[from];
+    int first = from < 0 ? -1 : anyPlace(models_[from]);
+    int last = from < 0 ? -1 : anyPlace(models_[from]);
+    Cell* firstCell = from < 0 ? nullptr : cellAt(models_[from], first);
+    Cell* lastCell = from < 0 ? nullptr : cellAt(models_[from], last);
+    int result;
+    if (copies) {
+      result = skips ? list_->copyTransferListPartIfNotInList(after, source, firstCell, lastCell)
+                     : list_->copyTransferListPart(after, source, firstCell, lastCell);
+    } else {
+      result = skips ? list_->transferListPartIfNotInList(after, source, firstCell, lastCell)
+                     : list_->transferListPart(after, source, firstCell, lastCell);
+    }
+    bool accepted = from >= 0 && from != at_ && first >= 0 && last >= first;
+    ASSERT_EQ(result, accepted);
+    if (accepted) modelTransfer(place, from, first, last, copies, skips);
+  }
+
+  void transferNext() {
+    if constexpr (!TWO_WAY<Family>) {
+      int place = anyPlace(*model_);
+      int from = below(LISTS);
+      int previous = anyPlace(models_[from]);
+      int last = anyPlace(models_[from]);
+      Cell* lastCell = cellAt(models_[from], last);
+      Cell* after = cellAt(*model_, place);
+      ASSERT_EQ(list_->transferNextListPart(after, &lists_[from], ZVSList::noPredecessor(), lastCell), 0);
+      int result =
+          list_->transferNextListPart(after, &lists_[from], cellAt(models_[from], previous), lastCell);
+      bool accepted = from != at_ && last > previous;
+      ASSERT_EQ(result, accepted);
+      if (accepted) modelTransfer(place, from, previous + 1, last, false, false);
+
+      // A first cell of another list is refused, and a foreign cell survives.
+      const Model& other = models_[(from + 1) % LISTS];
+      Cell* foreign = cellAt(other, anyPlace(other));
+      ASSERT_EQ(list_->transferListPart(nullptr, &lists_[from], foreign, foreign), 0);
+      ASSERT_EQ(list_->transferListPartIfNotInList(nullptr, &lists_[from], foreign, foreign), 0);
+      ASSERT_EQ(lists_[from].removeCell(foreign), nullptr);
+    }
+  }
+
+  void modelTransfer(int place, int from, int first, int last, bool copies, bool skips) {
+    Model& source = models_[from];
+    for (int i = first, left = last - first + 1; left > 0; --left) {
+      Entry entry = source[static_cast<size_t>(i)];
+      if (skips && placeOf(*model_, entry.object) >= 0) {
+        ++i;
+        continue;
+      }
+      put(*model_, place++, copies ? Entry{nullptr, entry.object} : entry);
+      if (copies) {
+        ++i;
+      } else {
+        drop(source, i);
+      }
+    }
+  }
+
+  void changeWhole() {
+    int from = (at_ + 1 + below(LISTS - 1)) % LISTS;
+    switch (below(4)) {
+      case 0:
+        ASSERT_EQ(list_->reverse(), 1);
+        std::reverse(model_->begin(), model_->end());
+        return;
+      case 1:
+        // Lists grow fast by copying; this keeps them short.
+        list_->deleteAllCells();
+        model_->clear();
+        return;
+      case 2:
+        list_->copyAllCells(&lists_[from]);
+        break;
+      default: {
+        typename Family::Twin twin(lists_[from]);
+        if (below(2)) {
+          list_->copyAllCells(&twin);
+        } else {
+          *list_ = twin;
+        }
+      }
+    }
+    *model_ = models_[from];
+    for (Entry& entry : *model_) entry.cell = nullptr;
+  }
+
+  void changeTwoWay() {
+    if constexpr (TWO_WAY<Family>) {
+      if (below(2) && !model_->empty()) {
+        int place1 = std::max(0, anyPlace(*model_));
+        int place2 = below(2) ? std::max(0, anyPlace(*model_)) : std::max(0, place1 - 1);
+        list_->swapPosition(cellAt(*model_, place1), cellAt(*model_, place2));
+        std::swap((*model_)[static_cast<size_t>(place1)], (*model_)[static_cast<size_t>(place2)]);
+        return;
+      }
+      int b = below(LISTS);
+      int a = b == at_ ? (at_ + 1) % LISTS : LISTS - at_ - b;
+      ASSERT_EQ(list_->merge(nullptr, &lists_[a]), 0);
+      ASSERT_EQ(list_->merge(list_, &lists_[a]), 0);
+      int result = list_->merge(&lists_[a], &lists_[b]);
+      ASSERT_EQ(result, b != at_);
+      while (result && models_[a].size() + models_[b].size() > 0) {
+        for (int i : {a, b}) {
+          if (models_[i].empty()) continue;
+          model_->push_back(models_[i].front());
+          drop(models_[i], 0);
+        }
+      }
+    }
+  }
+
+  void checkCells(const List& list, Model& model) {
+    ASSERT_EQ(list.length(), static_cast<int32_t>(model.size()));
+    ASSERT_EQ(list.sizeOf(), static_cast<int32_t>(sizeof(List) + model.size() * sizeof(Cell)));
+    Cell* previous = nullptr;
+    Cell* cell = list.pFirstCell();
+    for (Entry& entry : model) {
+      ASSERT_NE(cell, nullptr);
+      ASSERT_TRUE(!entry.cell || cell == entry.cell);
+      entry.cell = cell;
+      ASSERT_EQ(cell->pObject(), entry.object);
+      if constexpr (TWO_WAY<Family>) {
+        ASSERT_EQ(cell->pPreviousCell(), previous);
+      }
+      previous = cell;
+      cell = cell->pNextCell();
+    }
+    ASSERT_EQ(cell, nullptr);
+    ASSERT_EQ(list.pLastCell(), previous);
+  }
+
+  void checkReading() {
+    const Model& model = *model_;
+    int place = anyPlace(model);
+    Cell* cell = cellAt(model, place);
+    int position = place < 0 ? -1 : place + 1;
+    ASSERT_EQ(list_->pCellInPosition(place + 1), cell);
+    ASSERT_EQ(list_->pObjectInPosition(place + 1), cell ? cell->pObject() : nullptr);
+    ASSERT_EQ(list_->pCellInPosition(static_cast<int32_t>(model.size()) + 1), nullptr);
+    ASSERT_EQ(list_->positionOfCell(cell), position);
+    ASSERT_EQ(list_->searchCell(cell), cell);
+
+    ZVObject* object = anyObject();
+    int holder = placeOf(model, object);
+    ASSERT_EQ(list_->searchObject(object), cellAt(model, holder));
+    ASSERT_EQ(list_->positionOfObject(object), object && holder >= 0 ? holder + 1 : -1);
+
+    int other = below(LISTS);
+    bool same = std::equal(model.begin(), model.end(), models_[other].begin(), models_[other].end(),
+                           [](const Entry& a, const Entry& b) { return a.object == b.object; });
+    ASSERT_EQ(list_->compare(&lists_[other]), same);
+    ASSERT_EQ(list_->compare(nullptr), 0);
+    if constexpr (!TWO_WAY<Family>) {
+      Cell* none = ZVSList::noPredecessor();
+      ASSERT_EQ(list_->searchPreviousCell(cell), cell ? cellAt(model, place - 1) : none);
+      ASSERT_EQ(list_->searchPreviousObject(object),
+                object && holder >= 0 ? cellAt(model, holder - 1) : none);
+    }
+  }
+
+  std::mt19937 random_;
+  std::array<ZVObject, OBJECTS> objects_;
+  List lists_[LISTS];
+  Model models_[LISTS];
+  int at_ = 0;
+  List* list_ = nullptr;
+  Model* model_ = nullptr;
+  int where_ = 0;
+};
+
+template <class Family>
+class Lists : public testing::Test {};
+using Families = testing::Types<Doubly, Singly>;
+TYPED_TEST_SUITE(Lists, Families);
+
+TYPED_TEST(Lists, BehaveAsASequenceUnderRandomOperations) {
+  for (unsigned seed = 1; seed <= 40; ++seed) {
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    ListModel<TypeParam>(seed).run(500);
+    if (this->HasFatalFailure()) return;
+  }
+}
+
+TYPED_TEST(Lists, CopiesCloneTheObjectsOrComeOutEmpty) {
+  using List = typename TypeParam::List;
+  int live = 0;
+  List source;
+  for (int i = 0; i < 3; ++i) source.appendObject(i == 1 ? nullptr : new Counted(&live));
+  ASSERT_EQ(live, 2);
+
+  List deep(source);
+  EXPECT_EQ(live, 4);
+  EXPECT_EQ(deep.length(), 3);
+  EXPECT_EQ(deep.searchObject(source.pObjectInPosition(1)), nullptr);
+  EXPECT_EQ(deep.pObjectInPosition(2), nullptr);
+  EXPECT_EQ(deep.compare(&source), 0);
+  EXPECT_EQ(List(source, ZV_ATTRIBUTE_COPY).length(), 0);
+
+  deep = *&deep;
+  deep.copyObject(&deep);
+  deep.copyAttributes(&deep);
+  deep.copyObject(nullptr);
+  deep.copyAttributes(nullptr);
+  deep.copyAttributes(&source);
+  EXPECT_EQ(deep.length(), 3);
+  EXPECT_EQ(live, 4);
+
+  // Assignment destroys what the target held.
+  deep = source;
+  EXPECT_EQ(live, 4);
+  deep.copyObject(&source);
+  EXPECT_EQ(live, 4);
+  ZVObject* clone = static_cast<const ZVObject&>(source).cloneObject();
+  EXPECT_EQ(live, 6);
+  List::castDown(clone)->deleteAllCellsAndObjects();
+  delete clone;
+  List* empty = source.cloneAttributes();
+  EXPECT_EQ(empty->length(), 0);
+  delete empty;
+  EXPECT_EQ(List::cloneObject(nullptr), nullptr);
+
+  deep.copyAllCellsAndObjects(&source);
+  EXPECT_EQ(live, 4);
+  deep.copyAllCellsAndObjects(nullptr);
+  EXPECT_EQ(deep.length(), 0);
+  EXPECT_EQ(live, 2);
+  deep.copyAllCells(&source);
+  EXPECT_EQ(deep.compare(&source), 1);
+  deep.copyAllCells(nullptr);
+  EXPECT_EQ(deep.length(), 0);
+  source.deleteAllCellsAndObjects();
+  EXPECT_EQ(live, 0);
+}
+
+TYPED_TEST(Lists, ConversionToTheTwinClonesWhileConstructionAndAssignmentShare) {
+  using List = typename TypeParam::List;
+  using Twin = typename TypeParam::Twin;
+  int live = 0;
+  List list;
+  Counted* object = new Counted(&live);
+  list.appendObject(object);
+  list.appendObject(nullptr);
+
+  Twin shared(list);
+  EXPECT_EQ(shared.pFirstCell()->pObject(), object);
+  EXPECT_EQ(shared.length(), 2);
+  Twin assigned;
+  assigned.appendObject(object);
+  assigned = list;
+  EXPECT_EQ(assigned.compare(&shared), 1);
+  EXPECT_EQ(live, 1);
+
+  Twin cloned = list;
+  EXPECT_EQ(live, 2);
+  EXPECT_EQ(cloned.length(), 2);
+  EXPECT_NE(cloned.pFirstCell()->pObject(), object);
+  EXPECT_EQ(cloned.pLastCell()->pObject(), nullptr);
+  cloned.copyAllCellsAndObjects(&list);
+  EXPECT_EQ(live, 2);
+  cloned.deleteAllCellsAndObjects();
+  list.deleteAllCellsAndObjects();
+  EXPECT_EQ(live, 0);
+}
+
+TYPED_TEST(Lists, RemovedCellStillStepsToItsOldNeighbour) {
+  using Iter = typename TypeParam::Iter;
+  typename TypeParam::List list;
+  ZVObject objects[3];
+  for (ZVObject& object : objects) list.appendObject(&object);
+
+  Iter it(&list);
+  ++it;
+  auto* middle = list.removeCell(it.pCell());
+  it++;
+  EXPECT_EQ(it.pObject(), &objects[2]);
+  auto* inserted = list.addObject(it.pCell(), nullptr);
+  ++it;
+  EXPECT_EQ(it.pCell(), inserted);
+  ++it;
+  EXPECT_EQ(it, 0);
+  ++it;
+  EXPECT_EQ(it, 0);
+  it.init(&list, middle);
+  EXPECT_EQ(it.pCell(), middle);
+  it.init(&list, nullptr);
+  EXPECT_EQ(it, 0);
+  it.init(nullptr, middle);
+  EXPECT_EQ(it, 0);
+  it.init(&list);
+  EXPECT_EQ(it.pObject(), &objects[0]);
+  EXPECT_EQ(Iter(nullptr), 0);
+  EXPECT_EQ(Iter(), 0);
+  EXPECT_EQ(Iter(nullptr, middle), 0);
+  EXPECT_EQ(Iter(&list, middle).pObject(), &objects[1]);
+  delete middle;
+}
+
+TEST(DList, BackwardIteratorStartsAtTheTail) {
+  ZVDList list;
+  ZVObject objects[3];
+  for (ZVObject& object : objects) list.appendObject(&object);
+  int i = 2;
+  for (ZVDListIter it(&list, ZV_ITER_BACKWARD); it; --it) EXPECT_EQ(it.pObject(), &objects[i--]);
+  EXPECT_EQ(i, -1);
+  ZVDListIter it(&list, static_cast<ZVIterDirectionEnum>(0));
+  EXPECT_EQ(it.pDListCell(), list.pLastDListCell());
+  it--;
+  EXPECT_EQ(it.pObject(), &objects[1]);
+}
+
+TEST(DList, CellCopiesLeaveTheLinksAlone) {
+  int live = 0;
+  Counted object(&live);
+  ZVDList list;
+  ZVDListCell* first = list.appendObject(&object);
+  ZVDListCell* second = list.appendObject(nullptr);
+
+  ZVDListCell shared(*first, ZV_ATTRIBUTE_COPY);
+  EXPECT_EQ(shared.pObject(), &object);
+  EXPECT_EQ(shared.pNextCell(), nullptr);
+  ZVDListCell deep(*first);
+  EXPECT_NE(deep.pObject(), &object);
+  EXPECT_EQ(live, 2);
+  delete deep.pObject();
+
+  *second = *first;
+  EXPECT_EQ(live, 2);
+  EXPECT_EQ(second->pPrevDListCell(), first);
+  delete second->pObject();
+  second->copyAttributes(first);
+  EXPECT_EQ(second->pObject(), &object);
+  EXPECT_EQ(first->pNextDListCell(), second);
+  *first = *&*first;
+  EXPECT_EQ(first->pObject(), &object);
+  EXPECT_EQ(first->pObject(nullptr), nullptr);
+  second->copyObject(first);
+  EXPECT_EQ(second->pObject(), nullptr);
+  EXPECT_EQ(live, 1);
+  EXPECT_EQ(first->sizeOf(), static_cast<int32_t>(sizeof(ZVDListCell)));
+}
+
+TEST(SList, CellCopiesShareTheObjectAndHaveNoNext) {
+  ZVObject object;
+  ZVSList list;
+  ZVSListCell* first = list.appendObject(&object);
+  list.appendObject(nullptr);
+  ZVSListCell copy(*first);
+  EXPECT_EQ(copy.pObject(), &object);
+  EXPECT_EQ(copy.pNextSListCell(), nullptr);
+  *first = *&*first;
+  EXPECT_EQ(first->pNextCell(), list.pLastCell());
+  ZVSListCell assigned(nullptr);
+  assigned = *first;
+  EXPECT_EQ(assigned.pObject(), &object);
+  EXPECT_EQ(assigned.pNextCell(), nullptr);
+}
+
+TEST(SList, DiscardDeletesAForeignCellAllTheSame) {
+  int live = 0;
+  struct Cell : ZVSListCell {
+    explicit Cell(int* counter) : counted(counter) {}
+    Counted counted;
+  };
+  ZVSList list;
+  list.appendObject(nullptr);
+  list.discardCell(new Cell(&live));
+  EXPECT_EQ(live, 0);
+  EXPECT_EQ(list.length(), 1);
+}
+
+}  // namespace

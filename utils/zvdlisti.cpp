@@ -1,0 +1,3 @@
+#include "utils/zvdlisti.h"
+
+ZV_DEFINE_NO_COPY(ZVDListIter)

@@ -1,0 +1,3 @@
+#include "utils/zvslisti.h"
+
+ZV_DEFINE_NO_COPY(ZVSListIter)

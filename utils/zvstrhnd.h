@@ -1,0 +1,57 @@
+// An owned, growable, NUL-terminated text. It is not shared and has no reference count.
+//
+// Invariant: strlen(pString()) < capacity(). The capacity starts at 254, doubles, and never shrinks.
+// Cost: appending is linear in what is appended, amortised. strlenBuf reads only what was written through
+// obtainAppendBuffer since the last append.
+#ifndef ZV_ZVSTRHND_H
+#define ZV_ZVSTRHND_H
+
+#include <memory>
+
+#include "utils/zvobject.h"
+
+class ZV_EXPORT ZVStringHandle : public ZVObject {
+ public:
+  ZVStringHandle() { init(); }
+
+  // The text stays the handle's and its address holds until the next growth.
+  const char* pString() const { return pString_.get(); }
+  int32_t strlenBuf() const;
+  int32_t capacity() const { return capacity_; }
+
+  // A NUL ends the text, so appending one changes nothing.
+  void appendChar(char c);
+  // Null adds nothing. The text may lie inside this handle.
+  void appendString(const char* text);
+  // Makes room for count more characters and gives the place of the terminating NUL. The caller writes
+  // there and terminates the text, at any time before the next operation that changes the handle.
+  char* obtainAppendBuffer(int32_t count);
+  // The text becomes empty, the capacity stays.
+  void empty();
+
+  // Makes the capacity greater than length.
+  void needCapacity(int32_t length);
+  // needCapacity for count more characters and their NUL.
+  void increaseLength(int32_t count);
+
+  // The record and the capacity, in bytes.
+  virtual int32_t sizeOf() const;
+
+  void internalDebugOutput(int) {}
+
+  ZV_SHAPE_VALUE(ZVStringHandle)
+
+  friend class ZVTextFile;  // strips its lines in place
+
+  // The text for changes of any kind.
+  char* pChangeableString();
+  // Takes over a new buffer of capacity() bytes.
+  void pString(char* buffer) { pString_.reset(buffer); }
+  void capacity(int32_t bytes) { capacity_ = bytes; }
+
+  std::unique_ptr<char[]> pString_;
+  int32_t capacity_ = 0;
+  int32_t knownLength_ = 0;  // the text is at least this long, and no caller can shorten that part
+};
+
+#endif

@@ -1,0 +1,185 @@
+#include "utils/zvstrpoo.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+#include "utils/zvascii.h"
+
+namespace {
+
+// A pool starts small and takes larger blocks as it grows.
+constexpr size_t FIRST_BLOCK = 1024;
+constexpr size_t LARGEST_BLOCK = 65536;
+
+size_t roundedUp(size_t size) {
+  constexpr size_t STEP = alignof(ZVStringPoolHash);
+  return (size + STEP - 1) / STEP * STEP;
+}
+
+// text against a string in upper case.
+bool equalFolded(const char* text, const char* upper) {
+  while (zvascii::UPPER[static_cast<unsigned char>(*text)] == *upper) {
+    if (!*text) return true;
+    ++text;
+    ++upper;
+  }
+  return false;
+}
+
+}  // namespace
+
+// The header of a block; the memory given out follows it.
+struct alignas(ZVStringPoolHash) ZVStringPool::Block {
+  Block* next;
+  size_t size;
+  size_t used;
+
+  char* memory() { return reinterpret_cast<char*>(this + 1); }
+};
+
+ZV_DEFINE_FULL(ZVStringPool, ZVObject)
+
+ZVStringPool::ZVStringPool(int32_t hashSize, int32_t decodeSize, int caseSensitive, int withPointers)
+    : hashTableSize_(std::max(hashSize, 0)),
+      decodeTableSize_(std::max(decodeSize, 0)),
+      caseSensitive_(caseSensitive != 0) {
+  makeTables(withPointers != 0);
+}
+
+ZVStringPool::~ZVStringPool() { empty(); }
+
+void ZVStringPool::init() {
+  empty();
+  caseSensitive_ = 1;
+}
+
+void ZVStringPool::ZVStringPooldeepCopy(const ZVStringPool& other) {
+  ZVObject::copyObject(&other);
+  empty();
+  caseSensitive_ = other.caseSensitive_;
+  hashTableSize_ = other.hashTableSize_;
+  decodeTableSize_ = other.decodeTableSize_;
+  makeTables(other.pointerTable() != nullptr);
+  for (int32_t index = 0; index < other.decodeTableMax_; ++index) update(other.decode(index));
+  if (other.pointerTable()) std::copy_n(other.pointerTable(), decodeTableSize_, pointerTable());
+}
+
+void ZVStringPool::ZVStringPoolattributeCopy(const ZVStringPool& other) {
+  ZVObject::copyAttributes(&other);
+  empty();
+  caseSensitive_ = other.caseSensitive_;
+}
+
+int32_t ZVStringPool::lookup(const char* text) {
+  if (!text || hashTableSize_ == 0) return -1;
+  const ZVStringPoolHash* record = find(hash(text), text);
+  return record ? record->index : -1;
+}
+
+char* ZVStringPool::decode(int32_t index) const {
+  if (index < 0 || index >= decodeTableMax_) return const_cast<char*>("");
+  return decodeTable()[index];
+}
+
+void* ZVStringPool::pointer(int32_t index) const {
+  if (index < 0 || index >= decodeTableMax_ || !pointerTable_) return nullptr;
+  return pointerTable()[index];
+}
+
+int32_t ZVStringPool::update(const char* text) {
+  if (!text || hashTableSize_ == 0) return -1;
+  int32_t bucket = hash(text);
+  if (const ZVStringPoolHash* record = find(bucket, text)) return record->index;
+
+  if (decodeTableMax_ >= decodeTableSize_ - 1) {
+    int64_t newSize = static_cast<int64_t>(decodeTableMax_) * 3 / 2 + 5;
+    increaseDecodeTable(
+        static_cast<int32_t>(std::min<int64_t>(newSize, std::numeric_limits<int32_t>::max())));
+  }
+  size_t size = std::strlen(text) + 1;
+  void* memory = obtain(sizeof(ZVStringPoolHash) + size);
+  auto* record = new (memory) ZVStringPoolHash{decodeTableMax_, hashTable()[bucket]};
+  auto* copy = reinterpret_cast<char*>(record + 1);
+  std::memcpy(copy, text, size);
+  if (!caseSensitive_) std::transform(copy, copy + size, copy, zvascii::toUpper);
+  hashTable()[bucket] = record;
+  decodeTable()[decodeTableMax_] = copy;
+  return decodeTableMax_++;
+}
+
+void* ZVStringPool::pointer(int32_t index, void* value) {
+  if (index < 0 || index >= decodeTableMax_ || !pointerTable_) return nullptr;
+  return pointerTable()[index] = value;
+}
+
+void ZVStringPool::empty() {
+  while (blocks_) {
+    Block* block = blocks_;
+    blocks_ = block->next;
+    ::operator delete(block);
+  }
+  hashTable_.reset();
+  decodeTable_.reset();
+  pointerTable_.reset();
+  hashTableSize_ = 0;
+  decodeTableSize_ = 0;
+  decodeTableMax_ = 0;
+}
+
+void ZVStringPool::makeTables(bool withPointers) {
+  hashTable_ = std::make_unique<ZVStringPoolHash*[]>(static_cast<size_t>(hashTableSize_));
+  decodeTable_ = std::make_unique<char*[]>(static_cast<size_t>(decodeTableSize_));
+  if (withPointers) pointerTable_ = std::make_unique<void*[]>(static_cast<size_t>(decodeTableSize_));
+}
+
+// The remainder is the truncating one, so the running value takes either sign.
+int32_t ZVStringPool::hash(const char* text) const {
+  const int32_t size = hashTableSize_;
+  int32_t value = 0;
+  for (; *text; ++text) {
+    int32_t letter = static_cast<signed char>(zvascii::UPPER[static_cast<unsigned char>(*text)]);
+    value = static_cast<int32_t>(static_cast<uint32_t>(value) * 29U + static_cast<uint32_t>(letter - 48));
+    value %= size;
+  }
+  return value < 0 ? -value : value;
+}
+
+const ZVStringPoolHash* ZVStringPool::find(int32_t bucket, const char* text) const {
+  char** strings = decodeTable();
+  for (const ZVStringPoolHash* record = hashTable()[bucket]; record; record = record->next) {
+    const char* candidate = strings[record->index];
+    bool equal = caseSensitive_ ? std::strcmp(text, candidate) == 0 : equalFolded(text, candidate);
+    if (equal) return record;
+  }
+  return nullptr;
+}
+
+void ZVStringPool::increaseDecodeTable(int32_t newSize) {
+  if (newSize <= decodeTableSize_) return;
+  auto enlarge = [&](auto& table) {
+    auto larger = std::make_unique<typename std::remove_reference_t<decltype(table)>::element_type[]>(
+        static_cast<size_t>(newSize));
+    std::copy_n(table.get(), decodeTableMax_, larger.get());
+    table = std::move(larger);
+  };
+  enlarge(decodeTable_);
+  if (pointerTable_) enlarge(pointerTable_);
+  decodeTableSize_ = newSize;
+}
+
+void* ZVStringPool::obtain(size_t size) {
+  size = roundedUp(size);
+  if (!blocks_ || blocks_->size - blocks_->used < size) {
+    size_t blockSize = blocks_ ? std::min(blocks_->size * 2, LARGEST_BLOCK) : FIRST_BLOCK;
+    blockSize = std::max(blockSize, size);
+    void* memory = ::operator new(sizeof(Block) + blockSize);
+    blocks_ = new (memory) Block{blocks_, blockSize, 0};
+  }
+  char* result = blocks_->memory() + blocks_->used;
+  blocks_->used += size;
+  return result;
+}
