@@ -23,6 +23,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 
 #include "utils/zvomltkn.h"
 #include "utils/zvtextfi.h"
@@ -128,7 +129,9 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   void writeClosingBracket();
   // The write function of the object type; 0 if it has none.
   int writeHook(const char* type, const ZVObject* object);
+  // These put out what items have left in the buffer first.
   ZVFileCodeEnum writeString(const char* text) override;
+  ZVFileCodeEnum writeBinary(const char* data, int count) override;
 
   // ---- Debugging hooks; they do nothing
 
@@ -209,7 +212,6 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   struct Remains;
   class Run;
   struct TokenScratch;
-  struct OutputBuffer;
 
   // ---- Frame
   void makePools();
@@ -311,6 +313,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   int checkObjectsForApplication(ZVOMLSyntaxObject* object);
   int32_t extractIDFromScope(int32_t index) const;
   void createAllObjects(ZVOMLSyntaxObject* object);
+  void createTopLevelObject(ZVOMLSyntaxObject* object);
   void createOwnedObjects(ZVOMLSyntaxObject* object, ZVOMLSyntaxObject* ownerSyntax, ZVObject* owner);
   int setOwnedFields(ZVOMLSyntaxObject* object, ZVOMLSyntaxObject* ownerSyntax, ZVObject* owner);
   ZVOMLDefObjType* pObjTypeDefinition(int32_t index) const;
@@ -321,7 +324,17 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVObject* pObject(int32_t index) const;
   ObjectRecord* objectRecord(int32_t index);
 
-  // ---- Writer
+  // ---- Writer. Each public operation puts its bytes in the buffer between beginItem and endItem.
+  int inBinary() const { return saveMode_ == ZV_FILE_WRITE_BINARY; }
+  void beginItem();
+  void endItem();
+  void put(const char* text);
+  void flushOutput();
+  ZVFileCodeEnum closeWritten();
+  // In text: indentation, the field's name, a colon and a blank; in binary: the field item.
+  void beginField(const char* field);
+  // In text: the line end, unless the object stands on one line.
+  void endField();
   void internalWriteObjectStart(const char* type, const ZVObject* object, int oneline, int writeID);
   void writeIndentation();
   void writeBinBytes(const char* bytes, int32_t count);
@@ -333,12 +346,15 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   void writeBinaryInt(int32_t value);
   void writeBinaryIPAddress(uint32_t address);
   void writeBinaryReal(double value);
-  void writeBinaryString(const char* escaped);
+  void writeBinaryString(const char* value);
   void writeBinaryBinValue(const ZVOMLBinValue* value);
   void writeBinaryObjectOrScope(char tag, const char* text);
   void writeBinaryIndex(char tag, int32_t value);
   void writeBinaryTSChar(char c);
-  static void convertEscapes(char* destination, const char* source);
+  // Writes count characters of the source in their escaped form and gives the end. REQUIRES: room for 4
+  // times as many.
+  static char* convertEscapes(char* destination, const char* source, size_t count);
+  void putEscaped(const char* source);
   void addToAuxCLIBuffer(const char* text);
 
   // ---- Diagnostics
@@ -391,7 +407,8 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVStringHandle* auxCLIBuffer_ = nullptr;  // not owned
 
   // Writer
-  OutputBuffer* output_ = nullptr;  // items of the running write that have not gone to the file yet
+  std::string output_;       // items that have not gone to the file yet
+  bool collecting_ = false;  // inside writeOMLFile: items stay in the buffer until it is full
   int16_t indent_ = 0;
   int8_t oneline_ = 0;
   bool writeFailed_ = false;
