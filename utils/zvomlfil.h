@@ -281,6 +281,11 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
                    uint32_t path, ZVOMLSyntaxObject* parent, int hasBody);
   void parseField(int32_t file, std::unique_ptr<ZVOMLToken> nameToken, int32_t section, uint32_t path,
                   ZVOMLSyntaxObject* object, std::unique_ptr<ZVOMLToken> value, int number);
+  void parseKeyword(int32_t keyword, ZVOMLSyntaxObject* object, ZVOMLToken* value);
+  // Counts one more bracket whose content is parsed, until leaveBracket. Gives 0, with a fatal message, for
+  // one that nests too deep.
+  int enterBracket(const ZVOMLToken* bracket);
+  void leaveBracket() { --parseDepth_; }
   int isSkipSection(int32_t section) const;
   uint32_t extendSectionPath(int32_t file, ZVOMLToken* token, int32_t objType, uint32_t path);
   void checkObjectSection(int32_t parentType, int32_t parentID, int32_t section, uint32_t path, int32_t file,
@@ -291,10 +296,11 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   void checkFieldType(ZVOMLDefField* field, ZVOMLToken* value);
   std::unique_ptr<ZVOMLToken> nthFieldDescrToken(int32_t objType, uint32_t path, int number, int32_t file,
                                                  ZVOMLToken* value);
-  const char* decodeIdeToken(ZVOMLToken* token) const;
+  const char* decodeIdeToken(const ZVOMLToken* token) const;
   void illegalSectionInside(int32_t file, ZVOMLToken* first, ZVOMLToken* second);
   int checkSomething(ZVOMLToken* token, ZVOMLTokenTagEnum tag, const char* what);
   int checkInt(ZVOMLToken* token);
+  int checkBool(ZVOMLToken* token);
   int checkString(ZVOMLToken* token);
   int checkReal(ZVOMLToken* token);
   int checkIPBytes(ZVOMLToken* token);
@@ -393,6 +399,9 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   int32_t expectedTopLevelObjTypeIDIndex_ = -1;
   int runDepth_ = 0;  // above 0, what cleanup releases goes to the remains
   Remains* remains_ = nullptr;
+
+  // Parser
+  int32_t parseDepth_ = 0;  // brackets being parsed
 
   // Tokens
   ZVFileModeEnum saveMode_ = ZV_FILE_READ;

@@ -113,7 +113,7 @@ class ZV_EXPORT ZVOMLSyntaxObject : public ZVOMLSyntaxStruct {
   ZVOMLSyntaxFieldList* pFieldListEnd() const { return fieldListEnd_; }
   ZVOMLSyntaxFieldList* pFieldListEnd(ZVOMLSyntaxFieldList* list) { return fieldListEnd_ = list; }
   ZVOMLSyntaxDefaultList* pDefaultList() const { return defaultList_; }
-  ZVOMLSyntaxDefaultList* pDefaultList(ZVOMLSyntaxDefaultList* list) { return defaultList_ = list; }
+  ZVOMLSyntaxDefaultList* pDefaultList(ZVOMLSyntaxDefaultList* list);
   ZVOMLDefObjType* pDefObjType() const { return definition_; }
   ZVOMLDefObjType* pDefObjType(ZVOMLDefObjType* definition) { return definition_ = definition; }
 
@@ -155,6 +155,7 @@ class ZV_EXPORT ZVOMLSyntaxObject : public ZVOMLSyntaxStruct {
   ZVOMLSyntaxFieldList* fieldList_ = nullptr;
   ZVOMLSyntaxFieldList* fieldListEnd_ = nullptr;
   ZVOMLSyntaxDefaultList* defaultList_ = nullptr;
+  ZVOMLSyntaxDefaultList* defaultListEnd_ = nullptr;  // a cell of that list to look for the end from
   ZVOMLDefObjType* definition_;
 };
 

@@ -1,0 +1,256 @@
+#include "utils/zvomlsyn.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "utils/zvomlfil.h"
+#include "utils/zvomlsfi.h"
+
+namespace {
+
+// Deletes the cells from first on one by one.
+template <class Cell>
+void deleteChain(Cell* first) {
+  while (first) {
+    Cell* next = first->pNext;
+    first->pNext = nullptr;
+    delete first;
+    first = next;
+  }
+}
+
+template <class Cell>
+void appendChain(Cell*& list, Cell*& end, Cell* first, Cell* last) {
+  if (!first) return;
+  if (end) {
+    end->pNext = first;
+  } else {
+    list = first;
+  }
+  end = last;
+}
+
+int16_t column(int position) {
+  return static_cast<int16_t>(std::min<int>(position, std::numeric_limits<int16_t>::max()));
+}
+
+}  // namespace
+
+// ---- Node and chains
+
+ZVOMLSyntaxStruct::ZVOMLSyntaxStruct(ZVOMLFile* file, int32_t line, int position, int32_t fileNameIndex)
+    : file_(file), fileNameIndex_(fileNameIndex), line_(line), position_(column(position)) {}
+
+ZVOMLSyntaxStruct& ZVOMLSyntaxStruct::operator=(const ZVOMLSyntaxStruct& other) {
+  file_ = other.file_;
+  fileNameIndex_ = other.fileNameIndex_;
+  line_ = other.line_;
+  position_ = other.position_;
+  return *this;
+}
+
+ZV_DEFINE_MIRROR(ZVOMLSyntaxStruct)
+
+ZVOMLSyntaxObjectList::~ZVOMLSyntaxObjectList() {
+  delete pObject;
+  deleteChain(pNext);
+}
+
+ZVOMLSyntaxFieldList::~ZVOMLSyntaxFieldList() {
+  delete pField;
+  deleteChain(pNext);
+}
+
+ZVOMLSyntaxDefaultList::~ZVOMLSyntaxDefaultList() { deleteChain(pNext); }
+
+// ---- Object
+
+ZVOMLSyntaxObject::ZVOMLSyntaxObject(ZVOMLFile* file, int32_t line, int position, int32_t fileNameIndex,
+                                     int32_t objTypeIDIndex, int32_t objectIDIndex, int32_t sectionIDIndex,
+                                     uint32_t sectionPathIndex, ZVOMLDefObjType* definition)
+    : ZVOMLSyntaxStruct(file, line, position, fileNameIndex),
+      objTypeIDIndex_(objTypeIDIndex),
+      objectIDIndex_(objectIDIndex),
+      sectionIDIndex_(sectionIDIndex),
+      sectionPathIndex_(sectionPathIndex),
+      definition_(definition) {}
+
+ZVOMLSyntaxObject::~ZVOMLSyntaxObject() {
+  delete objectList_;
+  delete fieldList_;
+  delete defaultList_;
+}
+
+ZVOMLSyntaxDefaultList* ZVOMLSyntaxObject::pDefaultList(ZVOMLSyntaxDefaultList* list) {
+  defaultListEnd_ = list;
+  return defaultList_ = list;
+}
+
+const char* ZVOMLSyntaxObject::typeString() const {
+  return pOMLFile() ? pOMLFile()->objTypeID(objTypeIDIndex_) : "";
+}
+
+const char* ZVOMLSyntaxObject::nameString() const {
+  return pOMLFile() ? pOMLFile()->objectID(objectIDIndex_) : "";
+}
+
+const char* ZVOMLSyntaxObject::sectionString() const {
+  return pOMLFile() ? pOMLFile()->sectionID(sectionIDIndex_) : "";
+}
+
+ZVObject* ZVOMLSyntaxObject::object() const {
+  return pOMLFile() ? pOMLFile()->pObject(objectIDIndex_) : nullptr;
+}
+
+ZVOMLSyntaxField* ZVOMLSyntaxObject::searchField(int32_t fieldIDIndex, int32_t sectionIDIndex) const {
+  for (ZVOMLSyntaxFieldIter iter(this); iter; ++iter) {
+    ZVOMLSyntaxField* field = iter.pField();
+    if (field->fieldIDIndex() == fieldIDIndex &&
+        (sectionIDIndex == -1 || field->sectionIDIndex() == sectionIDIndex)) {
+      return field;
+    }
+  }
+  return nullptr;
+}
+
+ZVOMLSyntaxField* ZVOMLSyntaxObject::searchField(const char* name, const char* section) const {
+  if (!pOMLFile() || !name) return nullptr;
+  int32_t fieldIndex = pOMLFile()->fieldIDIndex(name);
+  int32_t sectionIndex = section ? pOMLFile()->sectionIDIndex(section) : -1;
+  // No field bears a name, or stands in a section, that the file does not know.
+  if (fieldIndex < 0 || (section && sectionIndex < 0)) return nullptr;
+  return searchField(fieldIndex, sectionIndex);
+}
+
+ZVOMLSyntaxField* ZVOMLSyntaxObject::searchUniqueField(int32_t fieldIDIndex,
+                                                       uint32_t sectionPathIndex) const {
+  for (ZVOMLSyntaxFieldIter iter(this); iter; ++iter) {
+    ZVOMLSyntaxField* field = iter.pField();
+    if (field->fieldIDIndex() == fieldIDIndex && field->sectionPathIndex() == sectionPathIndex) return field;
+  }
+  return nullptr;
+}
+
+void ZVOMLSyntaxObject::addObject(ZVOMLSyntaxObject* object) {
+  object->pOwnerObject(this);
+  auto* cell = new ZVOMLSyntaxObjectList(object);
+  appendChain(objectList_, objectListEnd_, cell, cell);
+}
+
+void ZVOMLSyntaxObject::addField(ZVOMLSyntaxField* field) {
+  auto* cell = new ZVOMLSyntaxFieldList(field);
+  appendChain(fieldList_, fieldListEnd_, cell, cell);
+}
+
+void ZVOMLSyntaxObject::addDefaultList(ZVOMLSyntaxFieldList* list) {
+  if (!list) return;
+  auto* cell = new ZVOMLSyntaxDefaultList(list);
+  cell->pNext = defaultList_;
+  if (!defaultList_) defaultListEnd_ = cell;
+  defaultList_ = cell;
+}
+
+void ZVOMLSyntaxObject::append(ZVOMLSyntaxObject* other) {
+  if (!other || other == this) return;
+  for (ZVOMLSyntaxObjectList* cell = other->objectList_; cell; cell = cell->pNext) {
+    cell->pObject->pOwnerObject(this);
+  }
+  appendChain(objectList_, objectListEnd_, other->objectList_, other->objectListEnd_);
+  appendChain(fieldList_, fieldListEnd_, other->fieldList_, other->fieldListEnd_);
+  while (defaultListEnd_ && defaultListEnd_->pNext) defaultListEnd_ = defaultListEnd_->pNext;
+  appendChain(defaultList_, defaultListEnd_, other->defaultList_, other->defaultListEnd_);
+  other->objectList_ = other->objectListEnd_ = nullptr;
+  other->fieldList_ = other->fieldListEnd_ = nullptr;
+  other->defaultList_ = other->defaultListEnd_ = nullptr;
+}
+
+void ZVOMLSyntaxObject::deleteObjectItem(ZVOMLSyntaxObjectList* previous) {
+  ZVOMLSyntaxObjectList*& link = previous ? previous->pNext : objectList_;
+  ZVOMLSyntaxObjectList* cell = link;
+  if (!cell) return;
+  link = cell->pNext;
+  if (objectListEnd_ == cell) objectListEnd_ = previous;
+  cell->pNext = nullptr;
+  delete cell;
+}
+
+// ---- Field
+
+ZVOMLSyntaxField::ZVOMLSyntaxField(ZVOMLFile* file, int32_t line, int position, int32_t fileNameIndex,
+                                   int32_t fieldIDIndex, int32_t sectionIDIndex, uint32_t sectionPathIndex,
+                                   ZVOMLToken* value, ZVOMLDefField* definition, int unchecked)
+    : ZVOMLSyntaxStruct(file, line, position, fileNameIndex),
+      fieldIDIndex_(fieldIDIndex),
+      sectionIDIndex_(sectionIDIndex),
+      sectionPathIndex_(sectionPathIndex),
+      inUncheckedSection_(unchecked),
+      value_(value),
+      definition_(definition) {}
+
+ZVOMLSyntaxField::~ZVOMLSyntaxField() { delete value_; }
+
+const char* ZVOMLSyntaxField::nameString() const {
+  return pOMLFile() ? pOMLFile()->fieldID(fieldIDIndex_) : "";
+}
+
+const char* ZVOMLSyntaxField::sectionString() const {
+  return pOMLFile() ? pOMLFile()->sectionID(sectionIDIndex_) : "";
+}
+
+ZVOMLFieldTypeEnum ZVOMLSyntaxField::valueType() const {
+  switch (value_ ? value_->tag() : ZV_OML_BAD) {
+    case ZV_OML_INTEGER:
+      return ZV_OML_VALUE_INT;
+    case ZV_OML_REAL:
+      return ZV_OML_VALUE_REAL;
+    case ZV_OML_STRING:
+      return ZV_OML_VALUE_STRING;
+    case ZV_OML_VALUE_ID:
+      return ZV_OML_VALUE_ENUM;
+    case ZV_OML_BINVALUE:
+      return ZV_OML_VALUE_BINARY;
+    case ZV_OML_OBJTYPE_ID:
+      return ZV_OML_VALUE_OBJTYPE;
+    default:
+      return ZV_OML_VALUE_OTHER;
+  }
+}
+
+int16_t ZVOMLSyntaxField::shortValue() const { return static_cast<int16_t>(longValue()); }
+
+int ZVOMLSyntaxField::intValue() const { return longValue(); }
+
+int32_t ZVOMLSyntaxField::longValue() const { return value_ ? value_->longValue() : 0; }
+
+uint32_t ZVOMLSyntaxField::ipbytesValue() const { return value_ ? value_->ipbytesValue() : 0; }
+
+ZVOMLBinValue* ZVOMLSyntaxField::pBinValue() const {
+  return valueType() == ZV_OML_VALUE_BINARY ? value_->pBinValue() : nullptr;
+}
+
+float ZVOMLSyntaxField::floatValue() const { return static_cast<float>(doubleValue()); }
+
+double ZVOMLSyntaxField::doubleValue() const { return value_ ? value_->doubleValue() : 0.0; }
+
+int32_t ZVOMLSyntaxField::enumValue() const {
+  return valueType() == ZV_OML_VALUE_ENUM && pOMLFile() ? pOMLFile()->enumValue(value_->longValue()) : 0;
+}
+
+const char* ZVOMLSyntaxField::stringValue() const {
+  return valueType() == ZV_OML_VALUE_STRING && pOMLFile() ? pOMLFile()->string(value_->longValue()) : "";
+}
+
+ZVObject* ZVOMLSyntaxField::objectValue() const {
+  return value_ && value_->tag() == ZV_OML_OBJECT_ID && pOMLFile() ? pOMLFile()->pObject(value_->longValue())
+                                                                   : nullptr;
+}
+
+int32_t ZVOMLSyntaxField::objectTypeIndex() const {
+  if (!value_ || value_->tag() != ZV_OML_OBJECT_ID || !pOMLFile()) return -1;
+  ZVOMLSyntaxObject* object = pOMLFile()->pSyntaxObject(value_->longValue());
+  return object ? object->objTypeIDIndex() : -1;
+}
+
+const char* ZVOMLSyntaxField::objectTypeString() const {
+  return pOMLFile() ? pOMLFile()->objTypeID(objectTypeIndex()) : "";
+}
