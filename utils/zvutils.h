@@ -8,6 +8,7 @@
 #include "utils/zvdtuple.h"
 #include "utils/zvgeom.h"
 #include "utils/zvhelper.h"
+#include "utils/zvidxhsh.h"
 #include "utils/zvobject.h"
 #include "utils/zvobjwid.h"
 #include "utils/zvomldef.h"
