@@ -36,7 +36,6 @@
 #include "utils/zvomldef.h"
 
 class ZVStringPool;
-enum ZVFileCodeEnum : int32_t;
 
 // A row of the object type table. Any function may be null.
 struct ZVOMLStaticOEStruct {
@@ -69,7 +68,10 @@ class ZV_EXPORT ZVOMLStatic : public ZVObject {
   ZVOMLStatic(std::nullptr_t, const char* const* sections, const ZVOMLStaticVEStruct* values,
               const char* const* definitions, int32_t stringPoolSize = 4048, int32_t valueIDPoolSize = 512,
               int32_t objTypeIDPoolSize = 32, int32_t sectionIDPoolSize = 32, int32_t fieldIDPoolSize = 256,
-              int32_t objectIDPoolSize = 4048);
+              int32_t objectIDPoolSize = 4048)
+      : ZVOMLStatic(static_cast<const ZVOMLStaticOEStruct*>(nullptr), sections, values, definitions,
+                    stringPoolSize, valueIDPoolSize, objTypeIDPoolSize, sectionIDPoolSize, fieldIDPoolSize,
+                    objectIDPoolSize) {}
   ~ZVOMLStatic() override;
 
   // Install one more table; null installs nothing. REQUIRES: no file uses the grammar.
@@ -81,8 +83,6 @@ class ZV_EXPORT ZVOMLStatic : public ZVObject {
   void installFieldTable(const char* const* fields);
   void installDefinitionTable(const char* const* definitions);
 
-  // Writes the indices of all names as #define lines for programs that compare them.
-  ZVFileCodeEnum writeIndexDefinitions(const char* path) const;
   // A hook without effect.
   void initTestParser() {}
 
@@ -140,6 +140,8 @@ class ZV_EXPORT ZVOMLStatic : public ZVObject {
   void initialize(int32_t stringSize, int32_t valueIDSize, int32_t objTypeIDSize, int32_t sectionIDSize,
                   int32_t fieldIDSize, int32_t objectIDSize);
   void empty();
+  void installOtherTables(const char* const* sections, const ZVOMLStaticVEStruct* values,
+                          const char* const* definitions);
   static int32_t hashTableSize(int32_t poolSize);
   // The index of the name, installed if it is new; -1 for null.
   int32_t installSectionID(const char* name);
@@ -154,6 +156,7 @@ class ZV_EXPORT ZVOMLStatic : public ZVObject {
     ZVOMLDefSection* addSection(int32_t sectionIDIndex) const;
     ZVOMLDefObjTypeIndex* addObjType(int32_t objTypeIDIndex) const;
   };
+  void installSubObjectType(const char* name, const Place& place);
   // The place at the path, the type being installed if it is new; its objType is null if there is none.
   Place findPlace(const char* type, uint32_t path);
 
@@ -162,6 +165,8 @@ class ZV_EXPORT ZVOMLStatic : public ZVObject {
   int32_t scanObjectTypeInDefTable(const char* const* rows, int32_t row);
   int32_t scanSectionInDefTable(const char* const* rows, int32_t row, const Place& place);
   int32_t scanBodyInDefTable(const char* const* rows, int32_t row, const Place& place);
+  // Steps over the body of a section that was refused, with all that is nested in it.
+  static int32_t skipBodyInDefTable(const char* const* rows, int32_t row);
   void scanSubObjectType(const char* text, const Place& place);
   void scanSimpleField(const char* text, const Place& place);
   void scanEnumField(const char* text, const Place& place);

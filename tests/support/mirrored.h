@@ -18,12 +18,18 @@ ZVObject* makeDefault() {
 
 // In alphabetical order.
 inline const MirroredClass MIRRORED_CLASSES[] = {
+    {"ZVDList", makeDefault<ZVDList>, true},
+    {"ZVDListCell", makeDefault<ZVDListCell>, true},
+    {"ZVDListIter", makeDefault<ZVDListIter>, false},
     {"ZVDTuple", makeDefault<ZVDTuple>, true},
     {"ZVDouble", makeDefault<ZVDouble>, true},
     {"ZVInt", makeDefault<ZVInt>, true},
     {"ZVLong", makeDefault<ZVLong>, true},
     {"ZVObjectWithID", makeDefault<ZVObjectWithID>, true},
     {"ZVPoint", makeDefault<ZVPoint>, true},
+    {"ZVSList", makeDefault<ZVSList>, true},
+    {"ZVSListCell", makeDefault<ZVSListCell>, false},
+    {"ZVSListIter", makeDefault<ZVSListIter>, false},
     {"ZVSize", makeDefault<ZVSize>, true},
     {"ZVStringHandle", makeDefault<ZVStringHandle>, true},
     {"ZVStringPool", makeDefault<ZVStringPool>, true},
