@@ -225,7 +225,13 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVOMLToken* lookAheadToken();
   ZVOMLToken* makeTextToken();
   ZVOMLToken* makeBinaryToken();
+  ZVOMLToken* newToken(ZVOMLTokenTagEnum tag, int32_t value) const;
+  ZVOMLToken* newBytesToken(const std::string& bytes) const;
+  // Drops what the parser asked to ignore, c being the first character that may belong to it.
+  char skipUnread(char c);
+  ZVOMLToken* endOfInput();
   char skipTextWhiteSpace(char c);
+  int skipTextComment();
   ZVOMLToken* checkCharToken(char c);
   ZVOMLToken* readTextString();
   ZVOMLToken* readTextIntRealScopeOrIP(char c);
@@ -233,12 +239,18 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVOMLToken* readTextPointReal(char c);
   ZVOMLToken* readTextRealOrIP(ZVStringHandle& text, int32_t firstOctet);
   ZVOMLToken* readTextReal(ZVStringHandle& text, char c);
+  ZVOMLToken* readTextExponent(ZVStringHandle& text, char c);
+  ZVOMLToken* readTextNumberEnd(ZVStringHandle& text, int32_t number);
   ZVOMLToken* readTextIdentifier(char c);
   ZVOMLToken* readTextFullScope();
   ZVOMLToken* readTextRemainingScope(ZVStringHandle& text, char c);
   ZVOMLToken* readTextBinValue();
   int32_t readTextIdentifierToBuffer(char c, ZVStringHandle& text);
   int32_t readTextIntegerToBuffer(char c, ZVStringHandle& text);
+  int32_t takeRun(char c, int classes, ZVStringHandle& text);
+  void takeScopeItem(ZVStringHandle& text);
+  ZVOMLToken* readString(char (ZVOMLFile::*next)());
+  void takeStringRun(std::string& text);
   ZVOMLToken* readBinarySection(char tag);
   ZVOMLToken* readBinaryField(char tag);
   ZVOMLToken* readBinaryObjType(char tag);
@@ -249,16 +261,25 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVOMLToken* readBinaryString();
   ZVOMLToken* readBinaryBinValue();
   ZVOMLToken* readBinaryObjectOrScope(char tag);
+  ZVOMLToken* readBinaryName(char tag, ZVOMLTokenTagEnum tokenTag, int32_t count);
   int32_t readBinaryIndex(char tag);
+  int32_t takeBinaryRun(std::string& bytes, int32_t count);
   char readBinaryTSChar();
-  char* removeEscapeSequences(char* text);
+  static char* removeEscapeSequences(char* text);
+  ZVStringHandle& emptyScratch();
+  std::string& emptyByteScratch();
 
-  // ---- Raw input
+  // ---- Raw input: 0 at the end, which inputEnded tells from a byte 0
+  char nextFormChar();
+  bool inputEnded(char c) const;
   char nextChar();
   char lookAheadChar() const;
+  char nextAuxCLIChar();
+  void takeCharacters(size_t count);
   int nextLine();
   char nextBinaryChar();
   char lookAheadBinaryChar();
+  bool findBinaryByte();
   int nextBinaryBuffer();
   void pushFile(const char* name);
   void popFile();
@@ -266,6 +287,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   void copyTopStackToThisFile();
   void pushBracket(char c, int32_t file, int32_t line, int position);
   void popBracket(char c, int32_t file, int32_t line, int position);
+  void countBracket(char c);
   void resetPosition();
   void nextPosition();
   void nextBinaryPosition();

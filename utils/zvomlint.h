@@ -35,6 +35,7 @@ struct ZVOpenFileList {
   std::string fileName;
   std::string pathName;
 
+  int32_t depth = 1;  // number of entries from here down
   ZVOpenFileList* next = nullptr;
 };
 
@@ -85,6 +86,7 @@ class ZVOMLFile::Run {
 // What the token reader keeps between tokens for speed alone.
 struct ZVOMLFile::TokenScratch {
   ZVStringHandle text;
+  std::string bytes;
 };
 
 #endif
