@@ -18,6 +18,7 @@
 #include "utils/zvplatfo.h"
 #include "utils/zvpoint.h"
 #include "utils/zvrect.h"
+#include "utils/zvrorect.h"
 #include "utils/zvsides.h"
 #include "utils/zvsize.h"
 #include "utils/zvslist.h"
@@ -25,6 +26,7 @@
 #include "utils/zvslisti.h"
 #include "utils/zvstrhnd.h"
 #include "utils/zvstrpoo.h"
+#include "utils/zvtransf.h"
 #include "utils/zvtuple.h"
 #include "utils/zvvalue.h"
 
