@@ -2,10 +2,12 @@
 #ifndef ZV_ZVUTILS_H
 #define ZV_ZVUTILS_H
 
+#include "utils/zvarchiv.h"
 #include "utils/zvdlist.h"
 #include "utils/zvdlistc.h"
 #include "utils/zvdlisti.h"
 #include "utils/zvdtuple.h"
+#include "utils/zvfile.h"
 #include "utils/zvgeom.h"
 #include "utils/zvhelper.h"
 #include "utils/zvidxhsh.h"
@@ -26,6 +28,7 @@
 #include "utils/zvslisti.h"
 #include "utils/zvstrhnd.h"
 #include "utils/zvstrpoo.h"
+#include "utils/zvtextfi.h"
 #include "utils/zvtransf.h"
 #include "utils/zvtuple.h"
 #include "utils/zvvalue.h"
