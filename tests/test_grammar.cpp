@@ -59,8 +59,8 @@ std::vector<Cell*> oldestFirst(Cell* cell) {
 }
 
 void printField(const Grammar& grammar, const ZVOMLDefField& field, std::ostream& out) {
-  static const char kLetters[] = "IBSoRePX";
-  out << ' ' << name(grammar.pFieldIDPool(), field.fieldIDIndex()) << ':' << kLetters[field.fieldType()];
+  static const char LETTERS[] = "IBSoRePX";
+  out << ' ' << name(grammar.pFieldIDPool(), field.fieldIDIndex()) << ':' << LETTERS[field.fieldType()];
   if (field.fieldType() == ZV_FIELD_OBJECT) {
     out << '(' << name(grammar.pObjTypeIDPool(), field.objTypeIDIndex()) << ')';
   }
@@ -219,6 +219,7 @@ TEST(Grammar, RowsCompile) {
       // References: a known type, any type, one that comes too late, one named in a later row.
       {"O t|R n node R|r m _ r|R l late|R k edge|R k node|T late|R o t|}",
        "{ N:o(NODE)! M:o(?)! L:o(?) K:o(EDGE) O:o(T) <LATE> } requires M N"},
+      {"O t|T _|R n _|R n edge|R m _ R", "{ N:o(EDGE) M:o(?)! <_> } requires M"},
       {"O t|R l late|T late|R l late|R n", "{ L:o(LATE) N:o(?) <LATE> }"},
       // Sections: nested, continued, ended by the next object type or by the end of the table.
       {"O t|{|S one|{|F n I R|S in|F m I R|T node|}|F k I|]|s two|[|T node|T edge|T Node|}|F n S|}",
@@ -233,7 +234,11 @@ TEST(Grammar, RowsCompile) {
   const char* types[] = {"node", "edge", nullptr};
   ZVOMLStaticVEStruct values[] = {{"a", 1}, {"b", 2}, {"c", 3}, {"d", 4}, {"e", 5}, {}};
   for (const auto& [rows, expected] : cases) {
-    EXPECT_EQ(describe(Grammar(types, nullptr, values, Rows(rows).table()), "t"), expected) << rows;
+    Grammar grammar(types, nullptr, values, Rows(rows).table());
+    EXPECT_EQ(describe(grammar, "t"), expected) << rows;
+    for (ZVStringPool* pool : {grammar.pObjTypeIDPool(), grammar.pSectionIDPool(), grammar.pFieldIDPool()}) {
+      EXPECT_EQ(pool->lookup(""), -1) << rows;
+    }
   }
 }
 
