@@ -6,6 +6,7 @@
 #include "utils/zvdlist.h"
 #include "utils/zvdlistc.h"
 #include "utils/zvdlisti.h"
+#include "utils/zvdlists.h"
 #include "utils/zvdtuple.h"
 #include "utils/zvfile.h"
 #include "utils/zvgeom.h"
@@ -26,11 +27,14 @@
 #include "utils/zvslist.h"
 #include "utils/zvslistc.h"
 #include "utils/zvslisti.h"
+#include "utils/zvslists.h"
 #include "utils/zvstrhnd.h"
 #include "utils/zvstrpoo.h"
 #include "utils/zvtextfi.h"
 #include "utils/zvtransf.h"
 #include "utils/zvtuple.h"
+#include "utils/zvutdlso.h"
+#include "utils/zvutslso.h"
 #include "utils/zvvalue.h"
 
 #endif
