@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <limits>
 #include <random>
 #include <set>
@@ -294,6 +297,38 @@ TEST(Grammar, CallsBuildWhatRowsBuild) {
   EXPECT_EQ(g.addFieldDefinition(nullptr, "f", ZV_FIELD_INT, 0), 0);
   EXPECT_EQ(g.addSectionDefinition("t", nullptr), 0U);
   EXPECT_EQ(g.installObjTypeID(nullptr, nullptr, nullptr, nullptr, nullptr), nullptr);
+}
+
+std::string contentOf(const char* path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+TEST(Grammar, WritesTheIndicesOfItsNames) {
+  const char* types[] = {"graph", nullptr};
+  const char* sections[] = {"layout", nullptr};
+  const ZVOMLStaticVEStruct values[] = {{"left", 1}, {}};
+  const char* rows[] = {"O graph", "F width I", nullptr};
+  Grammar grammar(types, sections, values, rows);
+  ASSERT_EQ(grammar.writeIndexDefinitions("indices.h"), ZV_FILE_OK);
+  EXPECT_EQ(contentOf("indices.h"),
+            "\r\n/* Coding of fields */\r\n\r\n"
+            "#define ZV_XKEY_FI_ID 4\r\n#define ZV_XKEY_FI_NAME 5\r\n#define "
+            "ZV_XKEY_FI_FIELD 6\r\n"
+            "#define ZV_XKEY_FI_WIDTH 7\r\n"
+            "\r\n/* Coding of sections */\r\n\r\n#define ZV_XKEY_SI_LAYOUT 2\r\n"
+            "\r\n/* Coding of enum value identifiers */\r\n\r\n"
+            "#define ZV_XKEY_VI_TRUE 0\r\n#define ZV_XKEY_VI_FALSE 1\r\n#define "
+            "ZV_XKEY_VI_LEFT 2\r\n"
+            "\r\n/* Coding of object type identifiers */\r\n\r\n#define "
+            "ZV_XKEY_OI_GRAPH 1\r\n"
+            "\r\n");
+  std::remove("indices.h");
+  EXPECT_EQ(grammar.writeIndexDefinitions("no/such/folder/indices.h"), ZV_FILE_OPEN_ERROR);
+  EXPECT_EQ(grammar.writeIndexDefinitions(nullptr), ZV_FILE_OPEN_ERROR);
+  if (std::ifstream("/dev/full").good()) {
+    EXPECT_EQ(grammar.writeIndexDefinitions("/dev/full"), ZV_FILE_WRITE_ERROR);
+  }
 }
 
 TEST(Grammar, AChainOfAMillionValuesIsFreed) {

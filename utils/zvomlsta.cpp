@@ -7,6 +7,7 @@
 #include "utils/zvascii.h"
 #include "utils/zvhelper.h"
 #include "utils/zvstrpoo.h"
+#include "utils/zvtextfi.h"
 
 ZV_DEFINE_NO_COPY(ZVOMLStatic)
 
@@ -57,6 +58,19 @@ ZVFieldTypeEnum simpleFieldType(char letter) {
     default:
       return ZV_FIELD_NONE;
   }
+}
+
+// Writes an empty line, the comment, an empty line, and a line for each name from first on.
+ZVFileCodeEnum writeGroup(ZVTextFile& file, const char* comment, const char* prefix, const ZVStringPool& pool,
+                          int32_t first) {
+  for (const char* line : {"", comment, ""}) {
+    if (ZVFileCodeEnum code = file.writeLine(line)) return code;
+  }
+  for (int32_t index = first; index < pool.decodeTableMax(); ++index) {
+    const std::string line = std::string(prefix) + pool.decode(index) + ' ' + std::to_string(index);
+    if (ZVFileCodeEnum code = file.writeLine(line.c_str())) return code;
+  }
+  return ZV_FILE_OK;
 }
 
 }  // namespace
@@ -118,6 +132,29 @@ void ZVOMLStatic::installOtherTables(const char* const* sections, const ZVOMLSta
   installSectionTable(sections);
   installEnumValueTable(values);
   installDefinitionTable(definitions);
+}
+
+ZVFileCodeEnum ZVOMLStatic::writeIndexDefinitions(const char* path) const {
+  struct Group {
+    const char* comment;
+    const char* prefix;
+    const ZVStringPool* pool;
+    int32_t first;
+  };
+  const Group groups[] = {
+      {"/* Coding of fields */", "#define ZV_XKEY_FI_", pFieldIDPool(), 4},
+      {"/* Coding of sections */", "#define ZV_XKEY_SI_", pSectionIDPool(), 2},
+      {"/* Coding of enum value identifiers */", "#define ZV_XKEY_VI_", pValueIDPool(), 0},
+      {"/* Coding of object type identifiers */", "#define ZV_XKEY_OI_", pObjTypeIDPool(), 1}};
+  ZVTextFile file;
+  ZVFileCodeEnum code = file.open(path, ZV_FILE_WRITE_ASCII);
+  if (code) return code;
+  for (const Group& group : groups) {
+    if (!code) code = writeGroup(file, group.comment, group.prefix, *group.pool, group.first);
+  }
+  if (!code) code = file.writeLine("");
+  const ZVFileCodeEnum closed = file.close();
+  return code ? code : closed;
 }
 
 ZVOMLDefObjType* ZVOMLStatic::installObjTypeID(const char* name, ZVOMLCheckFunction check,
