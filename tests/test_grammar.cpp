@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <limits>
 #include <random>
 #include <set>
@@ -59,8 +62,8 @@ std::vector<Cell*> oldestFirst(Cell* cell) {
 }
 
 void printField(const Grammar& grammar, const ZVOMLDefField& field, std::ostream& out) {
-  static const char kLetters[] = "IBSoRePX";
-  out << ' ' << name(grammar.pFieldIDPool(), field.fieldIDIndex()) << ':' << kLetters[field.fieldType()];
+  static const char LETTERS[] = "IBSoRePX";
+  out << ' ' << name(grammar.pFieldIDPool(), field.fieldIDIndex()) << ':' << LETTERS[field.fieldType()];
   if (field.fieldType() == ZV_FIELD_OBJECT) {
     out << '(' << name(grammar.pObjTypeIDPool(), field.objTypeIDIndex()) << ')';
   }
@@ -219,6 +222,7 @@ TEST(Grammar, RowsCompile) {
       // References: a known type, any type, one that comes too late, one named in a later row.
       {"O t|R n node R|r m _ r|R l late|R k edge|R k node|T late|R o t|}",
        "{ N:o(NODE)! M:o(?)! L:o(?) K:o(EDGE) O:o(T) <LATE> } requires M N"},
+      {"O t|T _|R n _|R n edge|R m _ R", "{ N:o(EDGE) M:o(?)! <_> } requires M"},
       {"O t|R l late|T late|R l late|R n", "{ L:o(LATE) N:o(?) <LATE> }"},
       // Sections: nested, continued, ended by the next object type or by the end of the table.
       {"O t|{|S one|{|F n I R|S in|F m I R|T node|}|F k I|]|s two|[|T node|T edge|T Node|}|F n S|}",
@@ -233,7 +237,11 @@ TEST(Grammar, RowsCompile) {
   const char* types[] = {"node", "edge", nullptr};
   ZVOMLStaticVEStruct values[] = {{"a", 1}, {"b", 2}, {"c", 3}, {"d", 4}, {"e", 5}, {}};
   for (const auto& [rows, expected] : cases) {
-    EXPECT_EQ(describe(Grammar(types, nullptr, values, Rows(rows).table()), "t"), expected) << rows;
+    Grammar grammar(types, nullptr, values, Rows(rows).table());
+    EXPECT_EQ(describe(grammar, "t"), expected) << rows;
+    for (ZVStringPool* pool : {grammar.pObjTypeIDPool(), grammar.pSectionIDPool(), grammar.pFieldIDPool()}) {
+      EXPECT_EQ(pool->lookup(""), -1) << rows;
+    }
   }
 }
 
@@ -289,6 +297,38 @@ TEST(Grammar, CallsBuildWhatRowsBuild) {
   EXPECT_EQ(g.addFieldDefinition(nullptr, "f", ZV_FIELD_INT, 0), 0);
   EXPECT_EQ(g.addSectionDefinition("t", nullptr), 0U);
   EXPECT_EQ(g.installObjTypeID(nullptr, nullptr, nullptr, nullptr, nullptr), nullptr);
+}
+
+std::string contentOf(const char* path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+TEST(Grammar, WritesTheIndicesOfItsNames) {
+  const char* types[] = {"graph", nullptr};
+  const char* sections[] = {"layout", nullptr};
+  const ZVOMLStaticVEStruct values[] = {{"left", 1}, {}};
+  const char* rows[] = {"O graph", "F width I", nullptr};
+  Grammar grammar(types, sections, values, rows);
+  ASSERT_EQ(grammar.writeIndexDefinitions("indices.h"), ZV_FILE_OK);
+  EXPECT_EQ(contentOf("indices.h"),
+            "\r\n/* Coding of fields */\r\n\r\n"
+            "#define ZV_XKEY_FI_ID 4\r\n#define ZV_XKEY_FI_NAME 5\r\n#define "
+            "ZV_XKEY_FI_FIELD 6\r\n"
+            "#define ZV_XKEY_FI_WIDTH 7\r\n"
+            "\r\n/* Coding of sections */\r\n\r\n#define ZV_XKEY_SI_LAYOUT 2\r\n"
+            "\r\n/* Coding of enum value identifiers */\r\n\r\n"
+            "#define ZV_XKEY_VI_TRUE 0\r\n#define ZV_XKEY_VI_FALSE 1\r\n#define "
+            "ZV_XKEY_VI_LEFT 2\r\n"
+            "\r\n/* Coding of object type identifiers */\r\n\r\n#define "
+            "ZV_XKEY_OI_GRAPH 1\r\n"
+            "\r\n");
+  std::remove("indices.h");
+  EXPECT_EQ(grammar.writeIndexDefinitions("no/such/folder/indices.h"), ZV_FILE_OPEN_ERROR);
+  EXPECT_EQ(grammar.writeIndexDefinitions(nullptr), ZV_FILE_OPEN_ERROR);
+  if (std::ifstream("/dev/full").good()) {
+    EXPECT_EQ(grammar.writeIndexDefinitions("/dev/full"), ZV_FILE_WRITE_ERROR);
+  }
 }
 
 TEST(Grammar, AChainOfAMillionValuesIsFreed) {

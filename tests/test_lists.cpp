@@ -427,9 +427,9 @@ using Families = testing::Types<Doubly, Singly>;
 TYPED_TEST_SUITE(Lists, Families);
 
 TYPED_TEST(Lists, BehaveAsASequenceUnderRandomOperations) {
-  for (unsigned seed = 1; seed <= 40; ++seed) {
+  for (unsigned seed = 1; seed <= 25; ++seed) {
     SCOPED_TRACE(testing::Message() << "seed " << seed);
-    ListModel<TypeParam>(seed).run(500);
+    ListModel<TypeParam>(seed).run(400);
     if (this->HasFatalFailure()) return;
   }
 }

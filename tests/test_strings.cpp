@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "utils/zverrmsg.h"
 #include "utils/zvhelper.h"
 #include "utils/zvstrhnd.h"
 #include "utils/zvstrpoo.h"
@@ -164,6 +165,66 @@ TEST(StringPool, AnswersOutsideItsContent) {
   EXPECT_EQ(settings.lookup("X"), 0);
   settings.copyAttributes(&pool);
   EXPECT_EQ(settings.decodeTableMax(), 0);
+}
+
+template <class Text>
+void checkText() {
+  EXPECT_EQ(Text(nullptr).pString(), nullptr);
+  EXPECT_STREQ(Text(0).pString(), "Error");
+  EXPECT_STREQ(Text(5).pString(), "string");
+  EXPECT_STREQ(Text(52).pString(), "");
+  Text text;
+  int32_t size = text.sizeOf();
+  EXPECT_EQ(text.appendString(nullptr), nullptr);
+  EXPECT_STREQ(text.appendString("x"), "x");
+  EXPECT_STREQ(text.prependString("ab"), "abx");
+  EXPECT_STREQ(text.appendString(text.pString() + 1), "abxbx");
+  EXPECT_STREQ(text.prependString(nullptr), "abxbx");
+  EXPECT_EQ(text.sizeOf(), size + 5);
+  Text copy(text);
+  EXPECT_STREQ(copy.pString(), "abxbx");
+  EXPECT_NE(copy.pString(), text.pString());
+  EXPECT_STREQ(copy.pString(copy.pString() + 3), "bx");
+  copy = *&copy;
+  EXPECT_STREQ(copy.pString(), "bx");
+  EXPECT_EQ(text.pString(nullptr), nullptr);
+  EXPECT_STREQ(text.prependString("p"), "p");
+}
+
+TEST(Text, IsOwnedAndMayBeMissing) {
+  checkText<ZVInternalText>();
+  checkText<ZVText>();
+  EXPECT_STREQ(ZVText(ZVInternalText("inner")).pString(), "inner");
+
+  ZVErrorMsg message("wrong");
+  ZVText* clone = static_cast<const ZVText&>(message).cloneObject();
+  EXPECT_STREQ(clone->pString(), "wrong");
+  clone->copyAttributes(&message);
+  EXPECT_EQ(clone->pString(), nullptr);
+  delete clone;
+}
+
+TEST(Text, CatalogueIsWhole) {
+  // A checksum over all texts (32-bit FNV-1a), so that no letter changes unnoticed.
+  uint32_t sum = 2166136261U;
+  for (int32_t id = 0; id < 52; ++id) {
+    const char* text = getStringResource(id);
+    ASSERT_STRNE(text, "") << id;
+    for (; *text; ++text) sum = (sum ^ static_cast<unsigned char>(*text)) * 16777619U;
+    sum *= 16777619U;
+  }
+  EXPECT_EQ(sum, 4108754671U);
+  EXPECT_STREQ(getStringResource(9), "`true' or `false'");
+  EXPECT_STREQ(getStringResource(51), "right bracket different than left bracket");
+  EXPECT_STREQ(getStringResource(52), "");
+  EXPECT_STREQ(getStringResource(-1), "");
+}
+
+TEST(Text, MessageIsShownWithItsCaption) {
+  testing::internal::CaptureStderr();
+  displayErrorMessage("disk on fire");
+  ZVErrorMsg().display();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error: disk on fire\nError: \n");
 }
 
 TEST(Helpers, PrimesAreTheNeighboursInTheTable) {

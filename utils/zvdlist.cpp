@@ -3,12 +3,25 @@
 #include <initializer_list>
 
 #include "utils/zvslist.h"
+#include "utils/zvutdlso.h"
 
 ZV_DEFINE_FULL(ZVDList, ZVDListBase)
 
 ZVDList::ZVDList(const ZVSList& source) { appendObjectsOf(&source); }
 
 ZVDList::~ZVDList() { deleteAllCells(); }
+
+int ZVDList::compareUnordered(const ZVDList* other) const {
+  if (!other || other->length() != length()) return 0;
+  ZVDList mine;
+  ZVDList theirs;
+  mine.copyAllCells(this);
+  theirs.copyAllCells(other);
+  ZVMemAddressDListSort sort;
+  sort.quickSort(&mine, 0);
+  sort.quickSort(&theirs, 0);
+  return mine.compare(&theirs);
+}
 
 void ZVDList::swapPosition(ZVDListCell* cell1, ZVDListCell* cell2) {
   if (cell1 == cell2) return;

@@ -37,6 +37,9 @@ class ZVDList;
 class ZVSList;
 
 template <class List, class Cell>
+class ZVListSortBase;
+
+template <class List, class Cell>
 class ZVListBase : public ZVObject {
  public:
   ZVListBase(const ZVListBase&) = delete;
@@ -130,6 +133,7 @@ class ZVListBase : public ZVObject {
 
  private:
   friend List;
+  friend class ZVListSortBase<List, Cell>;
 
   List* self() { return static_cast<List*>(this); }
   const List* self() const { return static_cast<const List*>(this); }

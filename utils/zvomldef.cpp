@@ -4,13 +4,13 @@
 
 namespace {
 
-constexpr int kMaxSections = 14;  // of one parent: digit 15 is the wildcard
-constexpr int kMaxLevels = 8;
+constexpr int MAX_SECTIONS = 14;  // of one parent: digit 15 is the wildcard
+constexpr int MAX_LEVELS = 8;
 
-int pathDepth(uint32_t path) { return (std::bit_width(path) + 3) / 4; }
+int pathDepth(uint32_t path) { return (static_cast<int>(std::bit_width(path)) + 3) / 4; }
 
 // The bits of the first levels of a path.
-uint32_t prefixMask(int levels) { return levels < kMaxLevels ? (1U << 4 * levels) - 1 : 0xffffffffU; }
+uint32_t prefixMask(int levels) { return levels < MAX_LEVELS ? (1U << 4 * levels) - 1 : 0xffffffffU; }
 
 // The next section in depth first order that does not lie below this one; null when the list below root, or
 // of the first level if root is null, is at its end.
@@ -155,7 +155,7 @@ ZVOMLDefSection* ZVOMLDefContent::addSection(int32_t sectionIDIndex, ZVOMLDefSec
   if (ZVOMLDefSection* section = findSection(sectionIDIndex)) return section;
   int number = 1;
   for (const ZVOMLDefSection* sibling = pSectionList; sibling; sibling = sibling->pNext()) ++number;
-  if (number > kMaxSections) return nullptr;
+  if (number > MAX_SECTIONS) return nullptr;
   const uint32_t path = parent ? parent->newSectionPathIndex(number) : static_cast<uint32_t>(number);
   if (path == 0) return nullptr;
   return pSectionList = new ZVOMLDefSection(sectionIDIndex, path, pSectionList, parent);
@@ -185,7 +185,7 @@ uint32_t ZVOMLDefSection::testUniqueSection(int32_t sectionIDIndex) const {
 
 uint32_t ZVOMLDefSection::newSectionPathIndex(int32_t n) const {
   const int depth = pathDepth(sectionPathIndex_);
-  if (depth >= kMaxLevels) return 0;
+  if (depth >= MAX_LEVELS) return 0;
   return sectionPathIndex_ | (static_cast<uint32_t>(n) & 15U) << 4 * depth;
 }
 

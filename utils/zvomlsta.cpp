@@ -4,22 +4,22 @@
 #include <cstring>
 #include <limits>
 
+#include "utils/zvascii.h"
 #include "utils/zvhelper.h"
 #include "utils/zvstrpoo.h"
+#include "utils/zvtextfi.h"
 
 ZV_DEFINE_NO_COPY(ZVOMLStatic)
 
 namespace {
 
-constexpr int32_t kLargestHashTable = 15013;  // where the primes end
+constexpr int32_t HASH_TABLE_BEYOND_PRIMES = 15013;
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
-char toUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
 bool isWordChar(char c) {
-  const char upper = toUpper(c);
-  return (upper >= 'A' && upper <= 'Z') || (c >= '0' && c <= '9') || c == '$' || c == '_';
+  const char upper = zvascii::toUpper(c);
+  return (upper >= 'A' && upper <= 'Z') || zvascii::isDigit(c) || c == '$' || c == '_';
 }
 
 const char* skipBlanks(const char* text) {
@@ -33,17 +33,16 @@ const char* skipBlanksAndCommas(const char* text) {
 }
 
 // The first letter of the row, in upper case; 0 for an empty row.
-char kindOfRow(const char* row) { return toUpper(*skipBlanks(row)); }
+char kindOfRow(const char* row) { return zvascii::toUpper(*skipBlanks(row)); }
 
 const char* textBehindKind(const char* row) { return skipBlanks(row) + 1; }
 
-int requiredMark(const char* text) { return toUpper(*skipBlanks(text)) == 'R'; }
+int requiredMark(const char* text) { return zvascii::toUpper(*skipBlanks(text)) == 'R'; }
 
-bool isOpening(char kind) { return kind == '{' || kind == '['; }
 bool isClosing(char kind) { return kind == '}' || kind == ']'; }
 
 ZVFieldTypeEnum simpleFieldType(char letter) {
-  switch (toUpper(letter)) {
+  switch (zvascii::toUpper(letter)) {
     case 'B':
       return ZV_FIELD_BOOL;
     case 'I':
@@ -61,6 +60,19 @@ ZVFieldTypeEnum simpleFieldType(char letter) {
   }
 }
 
+// Writes an empty line, the comment, an empty line, and a line for each name from first on.
+ZVFileCodeEnum writeGroup(ZVTextFile& file, const char* comment, const char* prefix, const ZVStringPool& pool,
+                          int32_t first) {
+  for (const char* line : {"", comment, ""}) {
+    if (ZVFileCodeEnum code = file.writeLine(line)) return code;
+  }
+  for (int32_t index = first; index < pool.decodeTableMax(); ++index) {
+    const std::string line = std::string(prefix) + pool.decode(index) + ' ' + std::to_string(index);
+    if (ZVFileCodeEnum code = file.writeLine(line.c_str())) return code;
+  }
+  return ZV_FILE_OK;
+}
+
 }  // namespace
 
 ZVOMLStatic::ZVOMLStatic(const ZVOMLStaticOEStruct* types, const char* const* sections,
@@ -76,9 +88,9 @@ ZVOMLStatic::ZVOMLStatic(const ZVOMLStaticOEStruct* types, const char* const* se
 ZVOMLStatic::ZVOMLStatic(const char* const* types, const char* const* sections,
                          const ZVOMLStaticVEStruct* values, const char* const* definitions,
                          int32_t stringPoolSize, int32_t valueIDPoolSize, int32_t objTypeIDPoolSize,
-                         int32_t sectionIDPoolSize, int32_t fieldIDPoolSize, int32_t objectIDPoolSize) {
-  initialize(stringPoolSize, valueIDPoolSize, objTypeIDPoolSize, sectionIDPoolSize, fieldIDPoolSize,
-             objectIDPoolSize);
+                         int32_t sectionIDPoolSize, int32_t fieldIDPoolSize, int32_t objectIDPoolSize)
+    : ZVOMLStatic(nullptr, nullptr, nullptr, nullptr, stringPoolSize, valueIDPoolSize, objTypeIDPoolSize,
+                  sectionIDPoolSize, fieldIDPoolSize, objectIDPoolSize) {
   installObjectTypeTable(types);
   installOtherTables(sections, values, definitions);
 }
@@ -120,6 +132,29 @@ void ZVOMLStatic::installOtherTables(const char* const* sections, const ZVOMLSta
   installSectionTable(sections);
   installEnumValueTable(values);
   installDefinitionTable(definitions);
+}
+
+ZVFileCodeEnum ZVOMLStatic::writeIndexDefinitions(const char* path) const {
+  struct Group {
+    const char* comment;
+    const char* prefix;
+    const ZVStringPool* pool;
+    int32_t first;
+  };
+  const Group groups[] = {
+      {"/* Coding of fields */", "#define ZV_XKEY_FI_", pFieldIDPool(), 4},
+      {"/* Coding of sections */", "#define ZV_XKEY_SI_", pSectionIDPool(), 2},
+      {"/* Coding of enum value identifiers */", "#define ZV_XKEY_VI_", pValueIDPool(), 0},
+      {"/* Coding of object type identifiers */", "#define ZV_XKEY_OI_", pObjTypeIDPool(), 1}};
+  ZVTextFile file;
+  ZVFileCodeEnum code = file.open(path, ZV_FILE_WRITE_ASCII);
+  if (code) return code;
+  for (const Group& group : groups) {
+    if (!code) code = writeGroup(file, group.comment, group.prefix, *group.pool, group.first);
+  }
+  if (!code) code = file.writeLine("");
+  const ZVFileCodeEnum closed = file.close();
+  return code ? code : closed;
 }
 
 ZVOMLDefObjType* ZVOMLStatic::installObjTypeID(const char* name, ZVOMLCheckFunction check,
@@ -232,7 +267,7 @@ void ZVOMLStatic::initialize(int32_t stringSize, int32_t valueIDSize, int32_t ob
   objectIDHashSize_ = hashTableSize(objectIDSize);
 
   const auto makePool = [](int32_t hashSize, int32_t size, int withPointers) {
-    return std::make_unique<ZVStringPool>(hashSize, std::max(size, 1), 0, withPointers);
+    return std::make_unique<ZVStringPool>(hashSize, size, 0, withPointers);
   };
   pValueIDPool_ = makePool(valueIDHashSize_, valueIDSize, 1);
   pObjTypeIDPool_ = makePool(objTypeIDHashSize_, objTypeIDSize, 1);
@@ -266,7 +301,7 @@ int32_t ZVOMLStatic::hashTableSize(int32_t poolSize) {
   }
   const int64_t limit = std::numeric_limits<int32_t>::max();
   const int32_t prime = nextPrimeNumber(static_cast<int32_t>(std::clamp(size, -limit, limit)));
-  return prime > 0 ? prime : kLargestHashTable;
+  return prime > 0 ? prime : HASH_TABLE_BEYOND_PRIMES;
 }
 
 int32_t ZVOMLStatic::installSectionID(const char* name) { return pSectionIDPool_->update(name); }
@@ -317,7 +352,6 @@ int32_t ZVOMLStatic::scanSectionInDefTable(const char* const* rows, int32_t row,
 }
 
 int32_t ZVOMLStatic::scanBodyInDefTable(const char* const* rows, int32_t row, const Place& place) {
-  if (rows[row] && isOpening(kindOfRow(rows[row]))) ++row;
   while (rows[row]) {
     const char kind = kindOfRow(rows[row]);
     if (isClosing(kind)) return row + 1;
@@ -339,7 +373,7 @@ int32_t ZVOMLStatic::scanBodyInDefTable(const char* const* rows, int32_t row, co
       case 'T':
         scanSubObjectType(textBehindKind(rows[row]), place);
         break;
-      default:
+      default:  // an opening bracket, or a mistake
         break;
     }
     ++row;

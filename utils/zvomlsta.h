@@ -32,6 +32,7 @@
 #include <memory>
 #include <string>
 
+#include "utils/zvfile.h"
 #include "utils/zvobject.h"
 #include "utils/zvomldef.h"
 
@@ -83,6 +84,9 @@ class ZV_EXPORT ZVOMLStatic : public ZVObject {
   void installFieldTable(const char* const* fields);
   void installDefinitionTable(const char* const* definitions);
 
+  // Writes the indices of all names as #define lines, for programs that compare them. Gives the first failure
+  // of the file, whose content is incomplete then.
+  ZVFileCodeEnum writeIndexDefinitions(const char* path) const;
   // A hook without effect.
   void initTestParser() {}
 

@@ -2,10 +2,14 @@
 #ifndef ZV_ZVUTILS_H
 #define ZV_ZVUTILS_H
 
+#include "utils/zvarchiv.h"
 #include "utils/zvdlist.h"
 #include "utils/zvdlistc.h"
 #include "utils/zvdlisti.h"
+#include "utils/zvdlists.h"
 #include "utils/zvdtuple.h"
+#include "utils/zverrmsg.h"
+#include "utils/zvfile.h"
 #include "utils/zvgeom.h"
 #include "utils/zvhelper.h"
 #include "utils/zvidxhsh.h"
@@ -18,14 +22,21 @@
 #include "utils/zvplatfo.h"
 #include "utils/zvpoint.h"
 #include "utils/zvrect.h"
+#include "utils/zvrorect.h"
 #include "utils/zvsides.h"
 #include "utils/zvsize.h"
 #include "utils/zvslist.h"
 #include "utils/zvslistc.h"
 #include "utils/zvslisti.h"
+#include "utils/zvslists.h"
 #include "utils/zvstrhnd.h"
 #include "utils/zvstrpoo.h"
+#include "utils/zvtext.h"
+#include "utils/zvtextfi.h"
+#include "utils/zvtransf.h"
 #include "utils/zvtuple.h"
+#include "utils/zvutdlso.h"
+#include "utils/zvutslso.h"
 #include "utils/zvvalue.h"
 
 #endif

@@ -11,29 +11,37 @@ struct MirroredClass {
   bool clonesItself;
 };
 
-template <class Class>
-ZVObject* makeDefault() {
-  return new Class;
+template <class Class, auto... arguments>
+ZVObject* made() {
+  return new Class(arguments...);
 }
 
 // In alphabetical order.
 inline const MirroredClass MIRRORED_CLASSES[] = {
-    {"ZVDList", makeDefault<ZVDList>, true},
-    {"ZVDListCell", makeDefault<ZVDListCell>, true},
-    {"ZVDListIter", makeDefault<ZVDListIter>, false},
-    {"ZVDTuple", makeDefault<ZVDTuple>, true},
-    {"ZVDouble", makeDefault<ZVDouble>, true},
-    {"ZVInt", makeDefault<ZVInt>, true},
-    {"ZVLong", makeDefault<ZVLong>, true},
-    {"ZVObjectWithID", makeDefault<ZVObjectWithID>, true},
-    {"ZVPoint", makeDefault<ZVPoint>, true},
-    {"ZVSList", makeDefault<ZVSList>, true},
-    {"ZVSListCell", makeDefault<ZVSListCell>, false},
-    {"ZVSListIter", makeDefault<ZVSListIter>, false},
-    {"ZVSize", makeDefault<ZVSize>, true},
-    {"ZVStringHandle", makeDefault<ZVStringHandle>, true},
-    {"ZVStringPool", makeDefault<ZVStringPool>, true},
-    {"ZVTuple", makeDefault<ZVTuple>, true},
+    {"ZVDList", made<ZVDList>, true},
+    {"ZVDListCell", made<ZVDListCell>, true},
+    {"ZVDListIter", made<ZVDListIter>, false},
+    {"ZVDTuple", made<ZVDTuple>, true},
+    {"ZVDouble", made<ZVDouble>, true},
+    {"ZVErrorMsg", made<ZVErrorMsg>, true},
+    {"ZVFile", made<ZVFile>, true},
+    {"ZVIndexHashTable", made<ZVIndexHashTable>, true},
+    {"ZVInt", made<ZVInt>, true},
+    {"ZVLong", made<ZVLong>, true},
+    {"ZVOMLStatic", made<ZVOMLStatic, nullptr, nullptr, nullptr, nullptr>, false},
+    {"ZVObjectWithID", made<ZVObjectWithID>, true},
+    {"ZVPerMil", made<ZVPerMil>, true},
+    {"ZVPoint", made<ZVPoint>, true},
+    {"ZVRect", made<ZVRect>, true},
+    {"ZVSList", made<ZVSList>, true},
+    {"ZVSListCell", made<ZVSListCell>, false},
+    {"ZVSListIter", made<ZVSListIter>, false},
+    {"ZVSize", made<ZVSize>, true},
+    {"ZVStringHandle", made<ZVStringHandle>, true},
+    {"ZVStringPool", made<ZVStringPool>, true},
+    {"ZVText", made<ZVText>, true},
+    {"ZVTextFile", made<ZVTextFile>, true},
+    {"ZVTuple", made<ZVTuple>, true},
 };
 
 #endif

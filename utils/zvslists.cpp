@@ -1,0 +1,3 @@
+#include "utils/zvslists.h"
+
+ZV_DEFINE_NO_COPY(ZVSListSort)
