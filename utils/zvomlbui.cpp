@@ -1,11 +1,11 @@
 // Object building: the semantic pass over a finished syntax tree, and the pass that creates the live objects
 // and fills them.
 #include <algorithm>
-#include <charconv>
 #include <cstring>
 #include <memory>
 
 #include "utils/zvidxhsh.h"
+#include "utils/zvnumtxt.h"
 #include "utils/zvomldef.h"
 #include "utils/zvomlfil.h"
 #include "utils/zvomlint.h"
@@ -73,7 +73,8 @@ void ZVOMLFile::updateObject(ZVOMLSyntaxObject* object, ZVObject* oldObject, ZVO
     delete oldObject;
   }
   if (ObjectRecord* record = objectRecord(address)) record->object = newObject;
-  if (indexHashTable_) indexHashTable_->update(reinterpret_cast<intptr_t>(newObject), extractIDFromScope(address));
+  if (indexHashTable_)
+    indexHashTable_->update(reinterpret_cast<intptr_t>(newObject), extractIDFromScope(address));
 }
 
 // ---- Semantic pass
@@ -87,8 +88,8 @@ void ZVOMLFile::checkSemantics() {
   }
   if (numberOfErrors() == 0) checkRequiredFields(syntaxTree_, root, root, counter);
   if (numberOfErrors() == 0 && !checkObjectsForApplication(syntaxTree_) && syntaxTree_)
-    internalErrorMessage(string(syntaxTree_->fileNameIndex()), syntaxTree_->line(), syntaxTree_->position(), 34,
-                         nullptr, nullptr, nullptr, 0);
+    internalErrorMessage(string(syntaxTree_->fileNameIndex()), syntaxTree_->line(), syntaxTree_->position(),
+                         34, nullptr, nullptr, nullptr, 0);
 }
 
 void ZVOMLFile::collectDefaultFields(ZVOMLSyntaxObject* object) {
@@ -133,8 +134,8 @@ int32_t ZVOMLFile::fullObjectScopeIDIndex(ZVOMLSyntaxObject* object, int32_t sco
   if (isDefaults(object)) return 0;
   if (object->objectIDIndex() >= 0)
     return storeObjectIDIndex(Address(objectID(scope), objectID(object->objectIDIndex())).text());
-  char number[16];
-  *std::to_chars(number, number + sizeof(number), counter--).ptr = '\0';
+  char number[zvnumber::INTEGER_ROOM];
+  zvnumber::formatInteger(number, counter--);
   return storeObjectIDIndex(Address(objectID(scope), number).text());
 }
 
@@ -175,7 +176,8 @@ void ZVOMLFile::checkObjectDefinition(ZVOMLSyntaxField* field, int32_t scope) {
 
 int ZVOMLFile::checkObjectsForApplication(ZVOMLSyntaxObject* object) {
   int good = 1;
-  for (ZVOMLSyntaxObjectList* cell = object->pObjectList(); cell && good && !isFatalError(); cell = cell->pNext) {
+  for (ZVOMLSyntaxObjectList* cell = object->pObjectList(); cell && good && !isFatalError();
+       cell = cell->pNext) {
     if (!isDefaults(cell->pObject)) good = vCheckObject(cell->pObject) != 0;
     good = good && checkObjectsForApplication(cell->pObject);
   }
@@ -236,7 +238,8 @@ void ZVOMLFile::createTopLevelObject(ZVOMLSyntaxObject* object) {
   createOwnedObjects(object, object, created);
 }
 
-void ZVOMLFile::createOwnedObjects(ZVOMLSyntaxObject* object, ZVOMLSyntaxObject* ownerSyntax, ZVObject* owner) {
+void ZVOMLFile::createOwnedObjects(ZVOMLSyntaxObject* object, ZVOMLSyntaxObject* ownerSyntax,
+                                   ZVObject* owner) {
   for (ZVOMLSyntaxObjectList* cell = object->pObjectList(); cell && !isFatalError(); cell = cell->pNext) {
     ZVOMLSyntaxObject* child = cell->pObject;
     if (isDefaults(child)) {
@@ -259,9 +262,8 @@ int ZVOMLFile::setOwnedFields(ZVOMLSyntaxObject* object, ZVOMLSyntaxObject* owne
   }
   for (ZVOMLSyntaxObjectList* cell = object->pObjectList(); cell && !isFatalError(); cell = cell->pNext) {
     ZVOMLSyntaxObject* child = cell->pObject;
-    const int childGood = isDefaults(child)
-                              ? setOwnedFields(child, ownerSyntax, owner)
-                              : setOwnedFields(child, child, pObject(child->objectIDIndex()));
+    const int childGood = isDefaults(child) ? setOwnedFields(child, ownerSyntax, owner)
+                                            : setOwnedFields(child, child, pObject(child->objectIDIndex()));
     if (!childGood) good = 0;
   }
   return good;
@@ -274,13 +276,15 @@ int ZVOMLFile::vCheckObject(ZVOMLSyntaxObject* object) {
   return object->pDefObjType()->checkFunction(this, object);
 }
 
-ZVObject* ZVOMLFile::vCreateObject(ZVOMLSyntaxObject* object, ZVOMLSyntaxObject* ownerSyntax, ZVObject* owner) {
+ZVObject* ZVOMLFile::vCreateObject(ZVOMLSyntaxObject* object, ZVOMLSyntaxObject* ownerSyntax,
+                                   ZVObject* owner) {
   if (!object || !object->pDefObjType()) return nullptr;
   return object->pDefObjType()->createFunction(this, object, ownerSyntax, owner);
 }
 
 int ZVOMLFile::vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVObject* target) {
-  if (target && target->isOMLObject() && ZVOMLObject::castDown(target)->vReadField(field, object, this)) return 1;
+  if (target && target->isOMLObject() && ZVOMLObject::castDown(target)->vReadField(field, object, this))
+    return 1;
   if (!object || !object->pDefObjType()) return 0;
   return object->pDefObjType()->fieldFunction(this, field, object, target);
 }

@@ -1,15 +1,15 @@
 // The writer: the spelling of each item in the text and the binary form.
 //
-// Items are spelled into a buffer. During writeOMLFile it goes to the file in large pieces; outside, at the end
-// of each item.
+// Items are spelled into a buffer. During writeOMLFile it goes to the file in large pieces; outside, at the
+// end of each item.
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstring>
 #include <limits>
 #include <vector>
 
 #include "utils/zvidxhsh.h"
+#include "utils/zvnumtxt.h"
 #include "utils/zvomlbva.h"
 #include "utils/zvomldef.h"
 #include "utils/zvomlfil.h"
@@ -25,11 +25,11 @@ constexpr char LINE_END[] = "\r\n";
 // The decimal text of a number.
 class Decimal {
  public:
-  explicit Decimal(int32_t number) { *std::to_chars(text_, text_ + sizeof(text_) - 1, number).ptr = '\0'; }
+  explicit Decimal(int32_t number) { zvnumber::formatInteger(text_, number); }
   const char* text() const { return text_; }
 
  private:
-  char text_[16];
+  char text_[zvnumber::INTEGER_ROOM];
 };
 
 const char* orEmpty(const char* text) { return text ? text : ""; }
@@ -37,11 +37,6 @@ const char* orEmpty(const char* text) { return text ? text : ""; }
 bool isControl(char c) { return (c >= 1 && c < 32) || c == 127; }
 
 bool needsEscape(char c) { return isControl(c) || c == '\\' || c == '"'; }
-
-int32_t saturated(long value) {
-  return static_cast<int32_t>(std::clamp<long>(value, std::numeric_limits<int32_t>::min(),
-                                               std::numeric_limits<int32_t>::max()));
-}
 
 }  // namespace
 
@@ -310,7 +305,9 @@ void ZVOMLFile::writeAttribute(const char* field, int value) {
   endItem();
 }
 
-void ZVOMLFile::writeAttribute(const char* field, long value) { writeAttribute(field, saturated(value)); }
+void ZVOMLFile::writeAttribute(const char* field, long value) {
+  writeAttribute(field, zvnumber::saturated(value));
+}
 
 void ZVOMLFile::writeAttribute(const char* field, float value) {
   writeAttribute(field, static_cast<double>(value));
@@ -327,8 +324,8 @@ void ZVOMLFile::writeAttribute(const char* field, double value) {
   if (inBinary()) {
     writeBinaryReal(value);
   } else {
-    char text[512];
-    output_.append(text, std::to_chars(text, text + sizeof(text), value, std::chars_format::fixed, 6).ptr);
+    char text[zvnumber::REAL_ROOM];
+    output_.append(text, static_cast<size_t>(zvnumber::formatReal(text, value)));
   }
   endField();
   endItem();
@@ -447,13 +444,17 @@ void ZVOMLFile::putEscaped(const char* source) {
 
 // ---- Binary items
 
-void ZVOMLFile::writeBinarySection(const char* section) { writeBinaryIndex('S', sectionIDIndex(orEmpty(section))); }
+void ZVOMLFile::writeBinarySection(const char* section) {
+  writeBinaryIndex('S', sectionIDIndex(orEmpty(section)));
+}
 void ZVOMLFile::writeBinaryField(const char* field) { writeBinaryIndex('F', fieldIDIndex(orEmpty(field))); }
 void ZVOMLFile::writeBinaryObjType(const char* type) { writeBinaryIndex('O', objTypeIDIndex(orEmpty(type))); }
 void ZVOMLFile::writeBinaryValue(const char* value) { writeBinaryIndex('E', valueIDIndex(orEmpty(value))); }
 void ZVOMLFile::writeBinaryInt(int32_t value) { writeBinaryIndex('I', value); }
 
-void ZVOMLFile::writeBinaryIPAddress(uint32_t address) { writeBinaryIndex('P', static_cast<int32_t>(address)); }
+void ZVOMLFile::writeBinaryIPAddress(uint32_t address) {
+  writeBinaryIndex('P', static_cast<int32_t>(address));
+}
 
 // Eight digits of the value, and the power of ten that belongs to them.
 void ZVOMLFile::writeBinaryReal(double value) {
