@@ -33,6 +33,7 @@ inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVPerMil", made<ZVPerMil>, true},
     {"ZVPoint", made<ZVPoint>, true},
     {"ZVRect", made<ZVRect>, true},
+    {"ZVRotatedRect", made<ZVRotatedRect>, true},
     {"ZVSList", made<ZVSList>, true},
     {"ZVSListCell", made<ZVSListCell>, false},
     {"ZVSListIter", made<ZVSListIter>, false},
@@ -41,6 +42,7 @@ inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVStringPool", made<ZVStringPool>, true},
     {"ZVText", made<ZVText>, true},
     {"ZVTextFile", made<ZVTextFile>, true},
+    {"ZVTransform", made<ZVTransform>, true},
     {"ZVTuple", made<ZVTuple>, true},
 };
 
