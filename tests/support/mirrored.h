@@ -16,31 +16,45 @@ ZVObject* made() {
   return new Class(arguments...);
 }
 
+// The least that makes an abstract class concrete.
+template <class Sort, class Cell>
+struct ConcreteSort : Sort {
+  int32_t virtualCompare(Cell*, Cell*) override { return 0; }
+  void virtualDebugOutputElement(Cell*) override {}
+};
+
 // In alphabetical order.
 inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVDList", made<ZVDList>, true},
     {"ZVDListCell", made<ZVDListCell>, true},
     {"ZVDListIter", made<ZVDListIter>, false},
+    {"ZVDListSort", made<ConcreteSort<ZVDListSort, ZVDListCell>>, false},
     {"ZVDTuple", made<ZVDTuple>, true},
+    {"ZVDTupleDListSort", made<ZVDTupleDListSort>, false},
     {"ZVDouble", made<ZVDouble>, true},
     {"ZVErrorMsg", made<ZVErrorMsg>, true},
     {"ZVFile", made<ZVFile>, true},
     {"ZVIndexHashTable", made<ZVIndexHashTable>, true},
     {"ZVInt", made<ZVInt>, true},
     {"ZVLong", made<ZVLong>, true},
+    {"ZVMemAddressDListSort", made<ZVMemAddressDListSort>, false},
     {"ZVOMLStatic", made<ZVOMLStatic, nullptr, nullptr, nullptr, nullptr>, false},
     {"ZVObjectWithID", made<ZVObjectWithID>, true},
     {"ZVPerMil", made<ZVPerMil>, true},
     {"ZVPoint", made<ZVPoint>, true},
+    {"ZVPointSListSort", made<ZVPointSListSort>, false},
     {"ZVRect", made<ZVRect>, true},
+    {"ZVRotatedRect", made<ZVRotatedRect>, true},
     {"ZVSList", made<ZVSList>, true},
     {"ZVSListCell", made<ZVSListCell>, false},
     {"ZVSListIter", made<ZVSListIter>, false},
+    {"ZVSListSort", made<ConcreteSort<ZVSListSort, ZVSListCell>>, false},
     {"ZVSize", made<ZVSize>, true},
     {"ZVStringHandle", made<ZVStringHandle>, true},
     {"ZVStringPool", made<ZVStringPool>, true},
     {"ZVText", made<ZVText>, true},
     {"ZVTextFile", made<ZVTextFile>, true},
+    {"ZVTransform", made<ZVTransform>, true},
     {"ZVTuple", made<ZVTuple>, true},
 };
 
