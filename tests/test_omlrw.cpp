@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -24,6 +25,24 @@
 #include "utils/zvslist.h"
 
 namespace {
+
+// Tests run side by side, each in a folder of its own.
+class InOwnFolder : public testing::Test {
+ protected:
+  void SetUp() override {
+    start_ = std::filesystem::current_path();
+    std::filesystem::create_directories(testing::UnitTest::GetInstance()->current_test_info()->name());
+    std::filesystem::current_path(testing::UnitTest::GetInstance()->current_test_info()->name());
+  }
+  void TearDown() override { std::filesystem::current_path(start_); }
+
+ private:
+  std::filesystem::path start_;
+};
+class OmlWriter : public InOwnFolder {};
+class OmlRoundTrip : public InOwnFolder {};
+class OmlBuilding : public InOwnFolder {};
+class OmlIds : public InOwnFolder {};
 
 // ---- A small layer above: things within things, with one field of every kind.
 
@@ -245,7 +264,7 @@ std::string written(int binary, const std::function<void(ThingFile&)>& contents,
   return get("rw.out");
 }
 
-TEST(OmlWriter, SpellsEachItemToTheByteInBothForms) {
+TEST_F(OmlWriter, SpellsEachItemToTheByteInBothForms) {
   const ZVOMLBinValue three(3, "\x00\xff\x1a");
   const struct {
     const char* text;
@@ -319,7 +338,7 @@ TEST(OmlWriter, SpellsEachItemToTheByteInBothForms) {
             "num: -2147483648\r\n");
 }
 
-TEST(OmlWriter, BreaksByteSequencesByTheirLength) {
+TEST_F(OmlWriter, BreaksByteSequencesByTheirLength) {
   for (const int32_t length : {0, 15, 16, 17, 31, 32, 33, 256, 257, 288, 1000}) {
     std::string bytes(static_cast<size_t>(length), '\0');
     for (size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 7);
@@ -348,7 +367,7 @@ TEST(OmlWriter, BreaksByteSequencesByTheirLength) {
   }
 }
 
-TEST(OmlWriter, AddressesSiblingsByIdAndOthersByPath) {
+TEST_F(OmlWriter, AddressesSiblingsByIdAndOthersByPath) {
   Thing top;
   Thing* a = new Thing("THING", &top);
   Thing* b = new Thing("THING", &top);
@@ -374,7 +393,7 @@ TEST(OmlWriter, AddressesSiblingsByIdAndOthersByPath) {
             "f\x0fN-9\"f\x0f$12,-9\"f\x0f$12,7,3\"f\x0f$12\"f\x0fN5\"f\x0f$5\"o\x01N7\"");
 }
 
-TEST(OmlWriter, CallsTheWriteFunctionOfAType) {
+TEST_F(OmlWriter, CallsTheWriteFunctionOfAType) {
   static const ZVObject* seen = nullptr;
   const ZVOMLStaticOEStruct types[] = {{"thing", nullptr, nullptr, nullptr,
                                         [](void*, const ZVObject* object) {
@@ -394,7 +413,7 @@ TEST(OmlWriter, CallsTheWriteFunctionOfAType) {
   file.initParser(nullptr, nullptr, -1, 0);
 }
 
-TEST(OmlWriter, PutsItemsOutInLargePiecesAndInOrder) {
+TEST_F(OmlWriter, PutsItemsOutInLargePiecesAndInOrder) {
   ThingFile file;
   std::string expected;
   file.contents = [&](ThingFile& f) {
@@ -421,7 +440,7 @@ TEST(OmlWriter, PutsItemsOutInLargePiecesAndInOrder) {
   EXPECT_EQ(get("rw.out"), "text: \"" + std::string(100000, 'x') + "\"\r\nnum: 1\r\n");
 }
 
-TEST(OmlWriter, NeverReportsSuccessForAFileThatIsNotWhole) {
+TEST_F(OmlWriter, NeverReportsSuccessForAFileThatIsNotWhole) {
   ThingFile file;
   for (const int binary : {0, 1}) {
     EXPECT_EQ(file.writeOMLFile(nullptr, &grammar(), nullptr, binary, 0, 0), ZV_FILE_BAD_WRITE_CALL);
@@ -561,7 +580,7 @@ void expectSame(Thing& left, Thing& right, int binary) {
   }
 }
 
-TEST(OmlRoundTrip, EveryKindOfValueComesBackAndASecondWriteIsTheSame) {
+TEST_F(OmlRoundTrip, EveryKindOfValueComesBackAndASecondWriteIsTheSame) {
   for (uint32_t seed = 1; seed <= 60; ++seed) {
     SCOPED_TRACE(seed);
     Random random(seed);
@@ -596,7 +615,7 @@ TEST(OmlRoundTrip, EveryKindOfValueComesBackAndASecondWriteIsTheSame) {
   EXPECT_EQ(Thing::alive, 0);
 }
 
-TEST(OmlRoundTrip, CutOffAndDamagedFilesNeverCrashOrLeak) {
+TEST_F(OmlRoundTrip, CutOffAndDamagedFilesNeverCrashOrLeak) {
   Random random(7);
   auto tree = randomTree(random);
   for (const int binary : {0, 1}) {
@@ -623,7 +642,7 @@ TEST(OmlRoundTrip, CutOffAndDamagedFilesNeverCrashOrLeak) {
 
 // ---- Object building
 
-TEST(OmlBuilding, CreatesOwnersFirstThenFillsAllOfThemInTheSameOrder) {
+TEST_F(OmlBuilding, CreatesOwnersFirstThenFillsAllOfThemInTheSameOrder) {
   auto r = readText(
       "title: \"skipped\"\n"
       "thing: 1 { num: 5 ref: 1,b  thing: a { num: 6 } thing: { num: 7 } sec { thing: b { } depth: 2 inner "
@@ -639,7 +658,7 @@ TEST(OmlBuilding, CreatesOwnersFirstThenFillsAllOfThemInTheSameOrder) {
   EXPECT_EQ(r->top->ref, r->top->children[2].get());  // a forward reference into a deeper scope
 }
 
-TEST(OmlBuilding, DefaultsAreReadBeforeOwnFieldsAndMakeNoObject) {
+TEST_F(OmlBuilding, DefaultsAreReadBeforeOwnFieldsAndMakeNoObject) {
   auto r = readText(
       "thing: 1 { thing: defaults { num: 1 flag: true  thing: a { num: 2 } thing: b { } } thing: c { }"
       "  strict: defaults { must: 4  strict: d { also: 5 } strict: e { must: 6 also: 7 } } }");
@@ -658,7 +677,7 @@ TEST(OmlBuilding, DefaultsAreReadBeforeOwnFieldsAndMakeNoObject) {
   EXPECT_EQ(none->file.created, "");
 }
 
-TEST(OmlBuilding, ObjectsOfOneAddressBecomeOne) {
+TEST_F(OmlBuilding, ObjectsOfOneAddressBecomeOne) {
   auto r = readText(
       "thing: 1 { num: 1 thing: a { num: 2 thing: x { num: 3 } } }\n"
       "thing: 1 { flag: true thing: a { flag: false thing: x { flag: true } thing: y { } }"
@@ -674,7 +693,7 @@ TEST(OmlBuilding, ObjectsOfOneAddressBecomeOne) {
   EXPECT_EQ(r->top->children[1]->log, "<NUM=4;>");  // the object without id is the -2 before it
 }
 
-TEST(OmlBuilding, ReferencesAreReadAgainstTheEnclosingScopeOnce) {
+TEST_F(OmlBuilding, ReferencesAreReadAgainstTheEnclosingScopeOnce) {
   // The default reference is read by the first object that has it, whose scope then holds for all.
   auto r = readText(
       "thing: 1 { thing: defaults { ref: t  thing: a { } thing: b { } } thing: t { num: 1 }"
@@ -693,7 +712,7 @@ TEST(OmlBuilding, ReferencesAreReadAgainstTheEnclosingScopeOnce) {
   EXPECT_EQ(r->top->any, c.children[1].get());
 }
 
-TEST(OmlBuilding, FaultsGetTheirMessagesAndLeaveNoObjectBehind) {
+TEST_F(OmlBuilding, FaultsGetTheirMessagesAndLeaveNoObjectBehind) {
   const struct {
     const char* text;
     const char* messages;
@@ -734,7 +753,7 @@ TEST(OmlBuilding, FaultsGetTheirMessagesAndLeaveNoObjectBehind) {
   EXPECT_STREQ(file.pErrorStringBuffer(), "Fatal error #013 cannot open `no such file' !\n");
 }
 
-TEST(OmlBuilding, AnExpectedObjectIsFilledAndStaysTheCallers) {
+TEST_F(OmlBuilding, AnExpectedObjectIsFilledAndStaysTheCallers) {
   Thing mine;
   ThingFile file;
   file.initParser(&grammar(), nullptr, -1, 0);
@@ -755,7 +774,7 @@ TEST(OmlBuilding, AnExpectedObjectIsFilledAndStaysTheCallers) {
   EXPECT_EQ(mine.num, 5);
 }
 
-TEST(OmlBuilding, AFatalErrorFromACallbackEndsTheRunSafely) {
+TEST_F(OmlBuilding, AFatalErrorFromACallbackEndsTheRunSafely) {
   put("rw.oml", "thing: 1 { num: 1 thing: 2 { thing: 3 { } } thing: 4 { } }");
   for (int stopAt = 1; stopAt <= 4; ++stopAt) {
     Result r;
@@ -775,7 +794,7 @@ TEST(OmlBuilding, AFatalErrorFromACallbackEndsTheRunSafely) {
   }
 }
 
-TEST(OmlBuilding, UpdateObjectReplacesTheLiveObjectOfANode) {
+TEST_F(OmlBuilding, UpdateObjectReplacesTheLiveObjectOfANode) {
   put("rw.oml", "thing: 1 { thing: 2 { num: 5 } thing: 3 { ref: 2 } }");
   Result r;
   r.file.onCreate = [](ThingFile& f, Thing& thing) {
@@ -799,7 +818,7 @@ TEST(OmlBuilding, UpdateObjectReplacesTheLiveObjectOfANode) {
 
 // ---- Ids for writing
 
-TEST(OmlIds, ComeFromTheTableElseFromTheIdentity) {
+TEST_F(OmlIds, ComeFromTheTableElseFromTheIdentity) {
   ZVIndexHashTable table(7, 8, 0);
   Thing known;
   Thing unknown;
@@ -822,7 +841,7 @@ TEST(OmlIds, ComeFromTheTableElseFromTheIdentity) {
   EXPECT_EQ(known.pIUserField(), nullptr);
 }
 
-TEST(OmlIds, AreMadeUniqueAmongSiblings) {
+TEST_F(OmlIds, AreMadeUniqueAmongSiblings) {
   const struct {
     int32_t errorValue;
     int32_t largest;
@@ -852,7 +871,7 @@ TEST(OmlIds, AreMadeUniqueAmongSiblings) {
   }
 }
 
-TEST(OmlIds, SortsOrderByTheUserField) {
+TEST_F(OmlIds, SortsOrderByTheUserField) {
   std::vector<std::unique_ptr<Thing>> things;
   ZVDList list;
   ZVSList slist;
@@ -872,7 +891,7 @@ TEST(OmlIds, SortsOrderByTheUserField) {
   }
 }
 
-TEST(OmlIds, OfAFileAreKeptForTheNextWrite) {
+TEST_F(OmlIds, OfAFileAreKeptForTheNextWrite) {
   put("rw.oml", "thing: 12 { thing: a7 { } thing: { } thing: x { } thing: 99999999999 { } }");
   ThingFile file;
   ASSERT_EQ(file.read("rw.oml", 0, 1), ZV_FILE_OK) << file.pErrorStringBuffer();

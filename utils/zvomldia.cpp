@@ -3,9 +3,9 @@
 #include <cstring>
 #include <utility>
 
+#include "utils/zverrmsg.h"
 #include "utils/zvomlint.h"
 #include "utils/zvomlsyn.h"
-#include "utils/zvtext.h"
 
 namespace {
 

@@ -8,12 +8,12 @@
 #include <cstring>
 #include <new>
 
+#include "utils/zverrmsg.h"
 #include "utils/zvomldef.h"
 #include "utils/zvomlfil.h"
 #include "utils/zvomlsta.h"
 #include "utils/zvomlsyn.h"
 #include "utils/zvstrpoo.h"
-#include "utils/zvtext.h"
 
 namespace {
 
