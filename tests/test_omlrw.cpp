@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -14,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/ownfolder.h"
 #include "utils/zvdlist.h"
 #include "utils/zvidxhsh.h"
 #include "utils/zvomlbva.h"
@@ -26,19 +26,6 @@
 
 namespace {
 
-// Tests run side by side, each in a folder of its own.
-class InOwnFolder : public testing::Test {
- protected:
-  void SetUp() override {
-    start_ = std::filesystem::current_path();
-    std::filesystem::create_directories(testing::UnitTest::GetInstance()->current_test_info()->name());
-    std::filesystem::current_path(testing::UnitTest::GetInstance()->current_test_info()->name());
-  }
-  void TearDown() override { std::filesystem::current_path(start_); }
-
- private:
-  std::filesystem::path start_;
-};
 class OmlWriter : public InOwnFolder {};
 class OmlRoundTrip : public InOwnFolder {};
 class OmlBuilding : public InOwnFolder {};

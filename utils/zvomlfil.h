@@ -269,6 +269,9 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVStringHandle& emptyScratch();
   std::string& emptyByteScratch();
 
+  // The name of a token that is marked as an unknown field.
+  const char* unknownFieldID(int32_t index) const;
+
   // ---- Raw input: 0 at the end, which inputEnded tells from a byte 0
   char nextFormChar();
   bool inputEnded(char c) const;

@@ -503,8 +503,7 @@ const char* ZVOMLFile::decodeIdeToken(const ZVOMLToken* token) const {
     case ZV_OML_SECTION_ID:
       return sectionID(token->longValue());
     case ZV_OML_FIELD_ID:
-      if (!token->isUnknownField()) return fieldID(token->longValue());
-      return unknownFieldIDPool_ ? unknownFieldIDPool_->decode(token->longValue()) : "";
+      return token->isUnknownField() ? unknownFieldID(token->longValue()) : fieldID(token->longValue());
     case ZV_OML_OBJECT_ID:
       return objectID(token->longValue());
     default:

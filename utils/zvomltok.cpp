@@ -12,9 +12,8 @@
 
 namespace {
 
-// Brackets that are parsed nest no deeper, and neither do files that include one another: each level costs
-// stack, or a handle and a buffer.
-constexpr int32_t DEEPEST_BRACKET = 1000;
+// Files that include one another nest no deeper: each level holds a handle and a buffer, and a file may
+// include itself.
 constexpr int32_t DEEPEST_FILE = 1000;
 
 enum CharClass : uint8_t {
@@ -211,7 +210,6 @@ ZVOMLToken* ZVOMLFile::checkCharToken(char c) {
     case '[':
     case '{':
       countBracket(c);
-      if (bracketLevel_ > DEEPEST_BRACKET) internalErrorMessage(12, nullptr, nullptr, nullptr, 1);
       return newToken(ZV_OML_LEFT_BRACKET, c);
     case ')':
     case '>':
@@ -609,7 +607,6 @@ void ZVOMLFile::copyTopStackToThisFile() {
   numberOfBufferedBytes(top.numberOfBufferedBytes);
   pFileName(top.fileName.c_str());
   pPathName(top.pathName.c_str());
-  if (errorCode() == ZV_FILE_READ_ERROR) error(1);
 }
 
 void ZVOMLFile::popFile() {
@@ -624,6 +621,8 @@ void ZVOMLFile::popFile() {
   openFiles_ = entry->next;
   delete entry;
   copyTopStackToThisFile();
+  // A fault while reading is no end of the file: the flag outlives the close.
+  if (errorCode() == ZV_FILE_READ_ERROR) error(1);
 }
 
 // ---- Stack of open brackets
@@ -679,6 +678,10 @@ int32_t ZVOMLFile::checkedFieldIDIndex(const char* name) const {
 
 int32_t ZVOMLFile::unknownFieldIDIndex(const char* name) const {
   return behind(unknownFieldIDPool_, lookup(unknownFieldIDPool_, name));
+}
+
+const char* ZVOMLFile::unknownFieldID(int32_t index) const {
+  return unknownFieldIDPool_ ? unknownFieldIDPool_->decode(index - unknownFieldIDPool_->decodeTableMax()) : "";
 }
 
 int32_t ZVOMLFile::fieldIDIndex(const char* name) const {

@@ -1,0 +1,606 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "tests/support/omlprobe.h"
+#include "tests/support/ownfolder.h"
+
+namespace {
+
+const char* const TYPES[] = {"graph", "node", nullptr};
+const char* const SECTIONS[] = {"layout", nullptr};
+const ZVOMLStaticVEStruct VALUES[] = {{"left", 3}, {"right", 4}, {nullptr, 0}};
+const char* const ROWS[] = {"O $toplevel$",
+                            "T graph",
+                            "F title S",
+                            "F scale R",
+                            "O graph",
+                            "T node",
+                            "F label S",
+                            "F size R",
+                            "O node",
+                            "F width I",
+                            "F data X",
+                            "F address P",
+                            "E side [ left right ]",
+                            "R next node",
+                            "S layout",
+                            "F spacing I",
+                            "}",
+                            "}",
+                            nullptr};
+
+struct Grammar : ZVOMLStatic {
+  Grammar() : ZVOMLStatic(TYPES, SECTIONS, VALUES, ROWS) {}
+};
+
+// The text without its newlines, so that a table shows one message after the other.
+std::string oneLine(std::string text) {
+  std::replace(text.begin(), text.end(), '\n', '|');
+  return text;
+}
+
+std::string bytes(std::initializer_list<int> values) {
+  std::string text;
+  for (int value : values) text += static_cast<char>(value);
+  return text;
+}
+
+class OmlTokens : public InOwnFolder {
+ protected:
+  std::string of(const std::string& text, int binary = 0) {
+    writeFile("t.oml", text);
+    std::string tokens = file_.printTokens("t.oml", grammar_, binary);
+    return tokens + oneLine(file_.messages());
+  }
+  // The messages of a whole read.
+  std::string messagesOf(const std::string& text, int binary = 0) {
+    writeFile("t.oml", text);
+    result_ = file_.readOMLFile("t.oml", &grammar_, nullptr, -1, binary, 0, 0);
+    return oneLine(file_.messages());
+  }
+
+  Grammar grammar_;
+  ZVOMLFileProbe file_;
+  ZVFileCodeEnum result_ = ZV_FILE_OK;
+};
+
+struct Row {
+  std::string text;
+  const char* tokens;
+};
+
+TEST_F(OmlTokens, OfTheTextForm) {
+  const Row rows[] = {
+      {"", ""},
+      {" \t# rest { \" \n// rest\n/* a * \" / */ /**/ /*/ ;", "; "},
+      {"([{<>}]):=;", "( [ { < > } ] ) : = ; "},
+      {"/ \v\f ?\r\n", "bad 47 bad 11 bad 12 bad 63 "},
+      {"5 +5 -5 + 99999999999 -99999999999 007", "5 5 -5 0 2147483647 -2147483648 7 "},
+      {"1. .5 1.5 -.5 1e5 2.5E-3 1.5e3 300.25 5e 1.e2 1.300 +1.2.3",
+       "real 1 real 0.5 real 1.5 real -0.5 real 100000 real 0.0025000000000000001 real 1500 real 300.25 "
+       "real 5 real 100 real 1.3 real 1.2 real 0.29999999999999999 "},
+      {"1e999 1e-999 300.5.5", "real inf real 0 real 300.5 real 0.5 "},
+      {"192.168.0.1 0.0.0.0 255.255.255.255 1.2.3 1.2.3.400 1.300.2.3 1.2. 256.1.2.3 1.2.3.4.5",
+       "ipc0a80001 ip00000000 ipffffffff bad 0 bad 0 bad 0 bad 0 real 256.10000000000002 real "
+       "0.20000000000000001 "
+       "real 0.29999999999999999 ip01020304 5 "},
+      {"0x00fF10; 0xA ; 0xA 0x; 0xabz 0x1\n0x2g;00x1 ; 1x 0X1",
+       "0x00ff10 ; 0xa0 ; 0xa000 ; 0xab id z 0x1020 ; 0x10 ; 1 id x 0 id X1 "},
+      {"node NODE nOde_ layout width title true LEFT skip _ _x x",
+       "type NODE type NODE id nOde_ section LAYOUT "
+       "field WIDTH field TITLE value TRUE value LEFT section SKIP section _ id _x id x "},
+      {"a,b a|b|3 12,7 -1,+2 node,7 _a,b a,_b",
+       "id a,b id a,b,3 id 12,7 id -1,+2 id node,7 id _a,b bad 7 id _b "},
+      {"$ $12,7 $,12,7 $a|b $-3 $ 5 $_", "id $ id $,12,7 id $,12,7 id $,a,b id $,-3 id $ 5 id $ section _ "},
+      {"a, b a,,b a,", "bad 1 id b bad 1 bad 44 id b bad 1 "},
+      {"\"a#b//\\\"c\" \"x\ny\"", "\"a#b//\"c\" \"x\ny\" "},
+      {R"("\a\b\f\n\r\t\v\101\60x\x41\x4z\xG\q\\" "\1234\400")", "\"\a\b\f\n\r\t\vA0xA\4z\" \"S4\" "},
+      {"1\r2\r\r3\n\r4", "1 2 3 4 "},
+      {"a\x80"
+       "b",
+       "id a bad -128 id b "},
+      {std::string("1 2\0 3\n4", 8), "1 2 "},
+  };
+  for (const Row& row : rows) EXPECT_EQ(of(row.text), row.tokens) << row.text;
+}
+
+TEST_F(OmlTokens, BearThePlaceWhereTheyEnd) {
+  writeFile("t.oml", "node: 12 {\n  \"a\nbc\" 1.5\n\n}");
+  std::string places;
+  file_.readTokens("t.oml", grammar_, [&](ZVOMLToken* token) {
+    places += std::to_string(token->line()) + ':' + std::to_string(token->position()) + ' ';
+  });
+  EXPECT_EQ(places, "1:4 1:5 1:8 1:10 3:3 3:7 5:1 ");
+}
+
+TEST_F(OmlTokens, OfTheBinaryForm) {
+  const Row rows[] = {
+      {"", ""},
+      {"([{<>}]):=;", "( [ { < > } ] ) : = ; "},
+      {" ?\n", "bad 32 bad 63 bad 10 "},
+      {bytes({'o', 2,   'O', 0,   0, 0,   1,   's', 2,   'f', 7,   'e',
+              0,   'o', 9,   's', 3, 'F', 255, 255, 255, 255, 'e', 200}),
+       "type NODE type GRAPH section LAYOUT field TITLE value TRUE bad 0 bad 0 bad 0 bad 0 "},
+      {bytes({'i', 255, 'I', 255, 255, 255, 255, 'I', 127, 255, 255, 255, 'I', 128, 0, 0, 0}),
+       "255 -1 2147483647 -2147483648 "},
+      {bytes({'P', 192, 168, 0, 1, 'p', 200}), "ipc0a80001 ip010000c8 "},
+      {bytes({'R', 0, 0xe4, 0xe1, 0xc0, 'R', 255, 255, 255, 0xf9, 'r', 0, 'r', 0, 'r', 2, 'r', 3}),
+       "real 1.5 real 0 real 2000 "},
+      {bytes({'r', 1, 'R', 127, 255, 255, 255, 'r', 1, 'R', 128, 0, 0, 0, 'r', 0, 'R', 127, 255, 255, 255}),
+       "real inf real 0 real 0 "},
+      {bytes({'r', 1, 'i', ';'}), "bad 0 ; "},
+      {std::string("\"a\\\"\\012\\\\b\"") + bytes({'"', 'x', 0, 'y', '"'}), "\"a\"\n\\b\" \"x\" "},
+      {bytes({'X', 'i', 3, 0, '}', 255, 'X', 'I', 0, 0, 0, 1, 7, 'X', 'i', 0, ';'}), "0x007dff07 ; "},
+      {bytes({'X', 'i', 0, ';', 'X', 'r', 1, ';', 'X', 'I', 255, 255, 255, 255, ';'}),
+       "0x ; bad 0 bad 1 ; bad 0 ; "},
+      {"N12\"N-3,a\"Ndefaults\"$12,7\"$,12\"N", "id 12 id -3,a id defaults id $,12,7 id $,12 id  "},
+      {"Nabc", "id abc "},
+      {"i", "bad 0 "},
+      {bytes({'I', 0, 0, 1}), "bad 0 "},
+      {"f", "bad 0 "},
+      {bytes({'P', 1, 2}), "bad 0 "},
+      {bytes({'r', 5}), "bad 0 "},
+      {bytes({'r', 5, 'r'}), "bad 0 "},
+      {"X", "bad 0 "},
+      {bytes({'X', 'I', 127, 255, 255, 255, 1, 2, 3}),
+       "0x010203 Error #019 (t.oml:1:0) unterminated binary sequence !|"},
+      {bytes({'i', 1, '"', 'a', 'b', '\\'}), "1 \"ab\" Error #018 (t.oml:3:0) unterminated string !|"},
+  };
+  for (const Row& row : rows) EXPECT_EQ(of(row.text, 1), row.tokens) << testing::PrintToString(row.text);
+
+  // Longer than any buffer on the way.
+  std::string sequence = bytes({'X', 'I', 0, 0, 100, 0});
+  std::string digits = "0x";
+  for (int i = 0; i < 25600; ++i) {
+    sequence += static_cast<char>(i);
+    char text[3];
+    std::snprintf(text, sizeof text, "%02x", static_cast<unsigned>(i & 255));
+    digits += text;
+  }
+  EXPECT_EQ(of(sequence + ";", 1), digits + " ; ");
+  std::string broken;
+  for (size_t i = 2; i < digits.size(); i += 64) broken.append("0x").append(digits, i, 64).append("\n");
+  EXPECT_EQ(of(broken + ";"), digits + " ; ");
+  const std::string longText(100000, 'a');
+  std::string file = longText;
+  file.append(" \"").append(longText).append("\" ").append(longText).append(",7");
+  std::string expected = "id ";
+  expected.append(longText).append(" \"").append(longText).append("\" id ").append(longText).append(",7 ");
+  EXPECT_EQ(of(file), expected);
+}
+
+// Message 15, once for each read that is still tried.
+std::string leftOpen(const std::string& place, int times) {
+  std::string text;
+  while (times-- > 0)
+    text.append("Error #015 (t.oml:").append(place).append(") left bracket without right bracket !|");
+  return text;
+}
+
+TEST_F(OmlTokens, SkippedBodiesAndIgnoredLinesAreNotRead) {
+  struct {
+    const char* text;
+    const char* tree;
+    std::string messages;
+  } const rows[] = {
+      {"section: \"extras\" field: \"oldwidth\"\n extras { ( } ) oldwidth: 1 2 {\nOldWidth 3 }\nEXTRAS "
+       "title: \"a\"",
+       "$TOPLEVEL$@-1:0{TITLE/0[EXTRAS]=\"a\"@4:12}",
+       "Warning #050 (t.oml:2:11) left bracket different than right bracket !|"
+       "Warning #051 (t.oml:2:13) right bracket different than left bracket !|"
+       "Warning #050 (t.oml:2:9) left bracket different than right bracket !|"
+       "Warning #051 (t.oml:2:15) right bracket different than left bracket !|"},
+      {"graph: 1 { skip { { [ /* ] \" } */ label: \"b\" }", "", leftOpen("1:10", 4)},
+      {"graph: 1 { skip { \" }\" label: \"b\" }", "",
+       std::string("Error #024 (t.oml:1:31) floating point number expected !|"
+                   "Error #023 (t.oml:1:32) unexpected attribute value !|Error #018 (t.oml:1:33) "
+                   "unterminated string !|"
+                   "Error #023 unexpected attribute value !|") +
+           leftOpen("1:10", 4)},
+      {"graph: 1 { skip { { ", "", leftOpen("1:19", 4)},
+      {"field: \"x\" x", "$TOPLEVEL$@-1:0{}", ""},
+  };
+  for (const auto& row : rows) {
+    writeFile("t.oml", row.text);
+    std::string tree;
+    file_.parseTree("t.oml", grammar_,
+                    [&](const ZVOMLSyntaxObject* root) { tree = root ? file_.print(root) : ""; });
+    EXPECT_EQ(tree, row.tree) << row.text;
+    EXPECT_EQ(oneLine(file_.messages()), row.messages) << row.text;
+  }
+}
+
+TEST_F(OmlTokens, MessagesNameThePlace) {
+  struct {
+    const char* text;
+    ZVFileCodeEnum result;
+    std::string messages;
+  } const rows[] = {
+      {"", ZV_FILE_OK, ""},
+      {"graph: 1 {", ZV_FILE_READ_ERROR, leftOpen("1:10", 3)},
+      {"\n }", ZV_FILE_READ_ERROR,
+       "Error #016 (t.oml:2:2) right bracket without left bracket !|"
+       "Error #024 (t.oml:2:2) string expected !|"},
+      {"graph: 1 (\n } ", ZV_FILE_OK,
+       "Warning #050 (t.oml:1:10) left bracket different than right bracket !|"
+       "Warning #051 (t.oml:2:2) right bracket different than left bracket !|"},
+      {"\n  /* x\n*", ZV_FILE_READ_ERROR, "Error #017 (t.oml:2:3) unterminated comment !|"},
+      {"title: \"abc\n", ZV_FILE_READ_ERROR, "Error #018 (t.oml:1:8) unterminated string !|"},
+      {"title: \"abc\\", ZV_FILE_READ_ERROR, "Error #018 (t.oml:1:8) unterminated string !|"},
+      {"title: ?", ZV_FILE_READ_ERROR, "Error #020 (t.oml:1:8) unexpected token !|"},
+      {"include: \"none.oml\" title: 3", ZV_FILE_OPEN_ERROR,
+       "Fatal error #013 (t.oml:1:19) cannot open `none.oml' !|"},
+      {"include: \"t.oml\"", ZV_FILE_OPEN_ERROR, "Fatal error #013 (t.oml:1:16) cannot open `t.oml' !|"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(messagesOf(row.text), row.messages) << row.text;
+    EXPECT_EQ(result_, row.result) << row.text;
+    EXPECT_EQ(file_.numberOfErrors(),
+              std::count(file_.pErrorStringBuffer(), std::strchr(file_.pErrorStringBuffer(), 0), '\n'));
+  }
+  EXPECT_EQ(file_.readOMLFile("none.oml", &grammar_, nullptr, -1, 0, 0, 0), ZV_FILE_OPEN_ERROR);
+  EXPECT_EQ(file_.messages(), "Fatal error #013 cannot open `none.oml' !\n");
+  // A folder can be opened, but not be read.
+  EXPECT_NE(file_.readOMLFile(".", &grammar_, nullptr, -1, 0, 0, 0), ZV_FILE_OK);
+  EXPECT_NE(file_.readOMLFile(".", &grammar_, nullptr, -1, 1, 0, 0), ZV_FILE_OK);
+  EXPECT_EQ(messagesOf("graph: 1"), "");
+}
+
+TEST_F(OmlTokens, IncludedTextContinuesInTheIncludingFile) {
+  struct {
+    const char* included;
+    const char* text;
+    const char* tree;
+    const char* messages;
+  } const rows[] = {
+      {"title: \"ab", "include: \"i.oml\" c\" scale: 1.5",
+       "$TOPLEVEL$@-1:0{TITLE=\"ab\n c\"@1:5 SCALE=1.5@1:25}", ""},
+      {"/* x", "input \"i.oml\"; */ title: \"t\"", "$TOPLEVEL$@-1:0{TITLE=\"t\"@1:23}", ""},
+      {"graph: 1 (", "include: \"i.oml\" label: \"b\"\n}", "$TOPLEVEL$@-1:0{GRAPH:1@1:5{LABEL=\"b\"@1:22}}",
+       "Warning #050 (i.oml:1:10) left bracket different than right bracket !|"
+       "Warning #051 (t.oml:2:1) right bracket different than left bracket !|"},
+      {"\n", "include: \"i.oml\" include: \"i.oml\" title: \"t\"", "$TOPLEVEL$@-1:0{TITLE=\"t\"@1:39}", ""},
+  };
+  for (const auto& row : rows) {
+    writeFile("i.oml", row.included);
+    writeFile("t.oml", row.text);
+    std::string tree;
+    file_.parseTree("t.oml", grammar_,
+                    [&](const ZVOMLSyntaxObject* root) { tree = root ? file_.print(root) : ""; });
+    EXPECT_EQ(tree, row.tree);
+    EXPECT_EQ(oneLine(file_.messages()), row.messages);
+  }
+  writeFile("i.oml", bytes({'i'}));
+  EXPECT_EQ(
+      messagesOf(bytes({'f', 0}) + "\"i.oml\"f" + bytes({7, '"', 'a', '"'}), 1),
+      "Error #024 (t.oml:10:0) floating point number expected !|Error #020 (t.oml:11:0) unexpected token !|"
+      "Error #023 (t.oml:14:0) unexpected attribute value !|");
+}
+
+TEST_F(OmlTokens, InputMayComeFromMemory) {
+  ZVStringHandle buffer;
+  buffer.appendString("node 12,7 \"a\nb\" /* x */ 0x");
+  EXPECT_EQ(file_.printMemoryTokens(buffer, grammar_), "type NODE id 12,7 \"a\nb\" 0x ");
+  EXPECT_STREQ(buffer.pString(), "");
+  EXPECT_EQ(file_.auxCLIMode(), 0);
+}
+
+TEST_F(OmlTokens, NamesHaveIndicesBehindThoseOfTheGrammar) {
+  struct Names : ZVOMLFileProbe {
+    using ZVOMLFile::checkedFieldIDIndex;
+    using ZVOMLFile::fieldID;
+    using ZVOMLFile::fieldIDIndex;
+    using ZVOMLFile::initParser;
+    using ZVOMLFile::objectID;
+    using ZVOMLFile::objectIDIndex;
+    using ZVOMLFile::objTypeID;
+    using ZVOMLFile::objTypeIDIndex;
+    using ZVOMLFile::sectionID;
+    using ZVOMLFile::sectionIDIndex;
+    using ZVOMLFile::storeFieldIDIndex;
+    using ZVOMLFile::storeObjectIDIndex;
+    using ZVOMLFile::storeSectionIDIndex;
+    using ZVOMLFile::storeStringIndex;
+    using ZVOMLFile::storeUnknownFieldIDIndex;
+    using ZVOMLFile::string;
+    using ZVOMLFile::stringIndex;
+    using ZVOMLFile::unknownFieldIDIndex;
+    using ZVOMLFile::valueID;
+    using ZVOMLFile::valueIDIndex;
+  } file;
+  for (int round = 0; round < 2; ++round) {
+    // Without a grammar there are no names.
+    EXPECT_EQ(file.storeSectionIDIndex("a"), -1);
+    EXPECT_EQ(file.storeFieldIDIndex("a"), -1);
+    EXPECT_EQ(file.storeUnknownFieldIDIndex("a"), -1);
+    EXPECT_EQ(file.storeObjectIDIndex("a"), -1);
+    EXPECT_EQ(file.valueIDIndex("true") + file.objTypeIDIndex("node") + file.fieldIDIndex("width"), -3);
+    EXPECT_STREQ(file.sectionID(0), "");
+    EXPECT_STREQ(file.fieldID(0), "");
+    EXPECT_STREQ(file.objectID(0), "");
+
+    file.initParser(&grammar_, nullptr, -1, 0);
+    EXPECT_EQ(file.objectIDIndex("defaults"), 0);
+    EXPECT_EQ(file.storeObjectIDIndex("Ab"), 1);
+    EXPECT_EQ(file.objectIDIndex("ab"), -1);
+    EXPECT_EQ(file.storeStringIndex("s"), 0);
+    EXPECT_STREQ(file.string(file.stringIndex("s")), "s");
+    EXPECT_EQ(file.sectionIDIndex("Layout"), 2);
+    EXPECT_EQ(file.storeSectionIDIndex("LAYOUT"), 2);
+    EXPECT_EQ(file.storeSectionIDIndex("own"), 3);
+    EXPECT_EQ(file.sectionIDIndex("OWN"), 3);
+    EXPECT_STREQ(file.sectionID(3), "OWN");
+    const int32_t own = file.storeFieldIDIndex("own");
+    EXPECT_EQ(file.fieldIDIndex("OWN"), own);
+    EXPECT_EQ(file.storeFieldIDIndex("Width"), file.checkedFieldIDIndex("width"));
+    EXPECT_EQ(file.checkedFieldIDIndex("own"), -1);
+    EXPECT_STREQ(file.fieldID(own), "OWN");
+    EXPECT_STREQ(file.fieldID(own - 1), "SPACING");
+    EXPECT_EQ(file.storeUnknownFieldIDIndex("u"), 1);
+    EXPECT_EQ(file.storeUnknownFieldIDIndex("v"), 3);
+    EXPECT_EQ(file.unknownFieldIDIndex("U"), 2);
+    EXPECT_EQ(file.unknownFieldIDIndex("width"), -1);
+    EXPECT_STREQ(file.valueID(file.valueIDIndex("left")), "LEFT");
+    EXPECT_STREQ(file.objTypeID(file.objTypeIDIndex("node")), "NODE");
+    EXPECT_EQ(file.objTypeIDIndex(nullptr) + file.stringIndex(nullptr), -2);
+    file.initParser(nullptr, nullptr, -1, 0);
+  }
+}
+
+// ---- Diagnostics
+
+TEST_F(OmlTokens, LimitsOfMessagesEndTheReading) {
+  const std::string bad(100, '?');
+  messagesOf(bad);
+  EXPECT_EQ(file_.numberOfErrors(), 17);
+  EXPECT_NE(file_.messages().find("(t.oml:1:16) unexpected token !\nFatal error #010 too many errors !\n"),
+            std::string::npos);
+  EXPECT_EQ(file_.messages().find("1:17"), std::string::npos);
+  file_.maxNumberOfErrors(1);
+  EXPECT_EQ(messagesOf(bad), "Error #020 (t.oml:1:1) unexpected token !|Fatal error #010 too many errors !|");
+  EXPECT_EQ(file_.numberOfErrors(), 2);
+  file_.maxNumberOfErrors(16);
+  file_.maxNumberOfWarnings(1);
+  EXPECT_EQ(messagesOf("graph: 1 ( } ?"),
+            "Fatal error #011 too many warnings !|Warning #050 (t.oml:1:10) left bracket different than "
+            "right bracket !|");
+  EXPECT_EQ(file_.numberOfWarnings(), 1);
+  EXPECT_EQ(result_, ZV_FILE_READ_ERROR);
+  file_.maxNumberOfWarnings(2);
+  EXPECT_EQ(messagesOf("graph: 1"), "");
+}
+
+TEST_F(OmlTokens, MessagesOfCallbacksKeepTheirTextAndNumber) {
+  ZVOMLSyntaxStruct place(&file_, 3, 4, -1);
+  file_.errorMessage(&place, 7, "100%s %d", 0);
+  file_.errorMessage(nullptr, 1234, nullptr, 0);
+  file_.warningMessage(&place, 7, nullptr);
+  file_.warningMessage(nullptr, 7, "odd");
+  EXPECT_EQ(file_.messages(),
+            "Error #007 (:3:4) 100%s %d !\nError #1234  !\nWarning #007 (:3:4) something wrong !\nWarning #  "
+            "7 odd !\n");
+  file_.errorMessage(nullptr, 8, "last", 1);
+  file_.errorMessage(nullptr, 9, "after", 0);
+  file_.warningMessage(nullptr, 9, "after");
+  EXPECT_EQ(file_.numberOfErrors(), 3);
+  EXPECT_EQ(file_.numberOfWarnings(), 2);
+}
+
+TEST_F(OmlTokens, BuffersAreCutWithAMarkAndNeverOverrun) {
+  // Each message takes 17 characters.
+  const std::vector<std::pair<int, std::string>> rows = {
+      {1, ""},
+      {4, ""},
+      {5, "...|"},
+      {6, "...|"},
+      {7, "E...|"},
+      {22, "Error #007 abc !...|"},
+      {23, "Error #007 abc !|...|"},
+      {24, "Error #007 abc !|E...|"},
+      {40, "Error #007 abc !|Error #007 abc !|...|"},
+      {1000, "Error #007 abc !|Error #007 abc !|Error #007 abc !|"}};
+  for (const auto& [size, text] : rows) {
+    EXPECT_NE(file_.pErrorStringBuffer(size), nullptr);
+    EXPECT_STREQ(file_.pErrorStringBuffer(), "");
+    for (int i = 0; i < 3; ++i) file_.errorMessage(nullptr, 7, "abc", 0);
+    EXPECT_EQ(oneLine(file_.pErrorStringBuffer()), text) << size;
+    EXPECT_EQ(file_.pErrorStringBuffer(-1), file_.pErrorStringBuffer());
+    EXPECT_EQ(file_.errorStringBufferSize(), size);
+    file_.initParser(nullptr, nullptr, -1, 0);
+  }
+  EXPECT_EQ(file_.pErrorStringBuffer(0), nullptr);
+  EXPECT_EQ(file_.pWarningStringBuffer(0), nullptr);
+  file_.errorMessage(nullptr, 7, "abc", 0);
+  file_.warningMessage(nullptr, 7, "abc");
+  EXPECT_EQ(file_.numberOfErrors() + file_.numberOfWarnings(), 2);
+  file_.pErrorStringBuffer(100);
+  file_.pWarningStringBuffer(100);
+}
+
+// ---- Frame
+
+class OmlFrame : public InOwnFolder {};
+
+// A live object that counts itself and owns what is made below it.
+struct Live : ZVObject {
+  Live() { ++count; }
+  Live(const Live&) = delete;
+  Live& operator=(const Live&) = delete;
+  ~Live() override {
+    for (Live* child : children) delete child;
+    --count;
+  }
+  std::vector<Live*> children;
+  static int count;
+};
+int Live::count = 0;
+
+// Which callback gives a fatal message: the nth of all calls.
+int callsToFatal = -1;
+
+void callBack(void* file, ZVOMLSyntaxStruct* node) {
+  if (callsToFatal-- == 0) static_cast<ZVOMLFile*>(file)->errorMessage(node, 99, "stop", 1);
+}
+
+int check(void* file, ZVOMLSyntaxObject* object) {
+  callBack(file, object);
+  return object->typeString() != nullptr;
+}
+
+ZVObject* create(void* file, ZVOMLSyntaxObject* object, ZVOMLSyntaxObject*, ZVObject* owner) {
+  auto* live = new Live;
+  if (owner) static_cast<Live*>(owner)->children.push_back(live);
+  callBack(file, object);
+  return live;
+}
+
+int store(void* file, ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVObject*) {
+  callBack(file, field);
+  return field->nameString() && object->nameString() && (field->objectValue(), 1);
+}
+
+const char* const GOOD_TEXT =
+    "title: \"a\"\ngraph: 1 {\n label: \"x\"\n node: 1 { width: 3 next: 2 }\n"
+    " node: 2 { layout { spacing: 5 } side: left data: 0x0102 address: 1.2.3.4 }\n}\n";
+
+TEST_F(OmlFrame, FatalMessageInAnyCallbackLeavesNothingBehind) {
+  const ZVOMLStaticOEStruct types[] = {{"$toplevel$", nullptr, nullptr, store, nullptr},
+                                       {"graph", check, create, store, nullptr},
+                                       {"node", check, create, store, nullptr},
+                                       {}};
+  ZVOMLStatic grammar(types, SECTIONS, VALUES, ROWS);
+  writeFile("good.oml", GOOD_TEXT);
+  ZVOMLFileProbe file;
+  int failures = 0;
+  for (int nth = 0;; ++nth) {
+    callsToFatal = nth;
+    const ZVFileCodeEnum result = file.readOMLFile("good.oml", &grammar, nullptr, -1, 0, nth % 2, 0);
+    const bool fatal = callsToFatal < 0;
+    EXPECT_EQ(result, fatal ? ZV_FILE_READ_ERROR : ZV_FILE_OK) << nth;
+    EXPECT_EQ(file.numberOfErrors(), fatal ? 1 : 0);
+    EXPECT_EQ(file.pIndexHashTable() != nullptr, nth % 2 == 1);
+    EXPECT_EQ(file.isOpen(), 0);
+    if (!fatal) break;
+    ++failures;
+    EXPECT_EQ(file.pTopObject(), nullptr);
+    EXPECT_EQ(Live::count, 0);
+  }
+  EXPECT_GE(failures, 3 + 3 + 8);
+  delete file.pTopObject();
+}
+
+// Every prefix, and files with bytes changed, end with a result that fits the messages, and the same object
+// reads a good file behind each of them.
+void damage(const std::string& good, int binary) {
+  Grammar grammar;
+  ZVOMLFileProbe file;
+  writeFile("good.oml", good);
+  std::string tree;
+  file.parseTree(
+      "good.oml", grammar, [&](const ZVOMLSyntaxObject* root) { tree = file.print(root); }, binary);
+  ASSERT_EQ(file.messages(), "");
+  auto readAndRecover = [&](const std::string& bad) {
+    writeFile("bad.oml", bad);
+    const ZVFileCodeEnum result = file.readOMLFile("bad.oml", &grammar, nullptr, -1, binary, 0, 0);
+    ASSERT_EQ(result == ZV_FILE_OK, file.numberOfErrors() == 0);
+    ASSERT_EQ(*file.pErrorStringBuffer() != '\0', file.numberOfErrors() > 0);
+    std::string again;
+    file.parseTree(
+        "good.oml", grammar, [&](const ZVOMLSyntaxObject* root) { again = file.print(root); }, binary);
+    ASSERT_EQ(again, tree);
+  };
+  for (size_t size = 0; size < good.size(); ++size) readAndRecover(good.substr(0, size));
+  std::mt19937 random(7);
+  for (int round = 0; round < 400; ++round) {
+    std::string bad = good;
+    for (int i = 0; i < 1 + round % 4; ++i) {
+      const size_t place = random() % bad.size();
+      switch (random() % 3) {
+        case 0:
+          bad[place] = static_cast<char>(random() % 256);
+          break;
+        case 1:
+          bad.insert(place, 1, "{}\"$,;:X_\n"[random() % 10]);
+          break;
+        default:
+          bad.erase(place, 1 + random() % 3);
+      }
+      if (bad.empty()) bad.push_back('x');
+    }
+    SCOPED_TRACE(round);
+    readAndRecover(bad);
+    if (testing::Test::HasFatalFailure()) return;
+  }
+}
+
+TEST_F(OmlFrame, DamagedTextFilesLeaveTheReaderSound) { damage(GOOD_TEXT, 0); }
+
+TEST_F(OmlFrame, DamagedBinaryFilesLeaveTheReaderSound) {
+  // title: "a" graph: 1 { label: "x" node: 1 { width: 300 data: 0x.. address: .. side: left next: $1,2 }
+  // node: 2 { layout { spacing: 5 } } } scale: 1.5
+  damage(bytes({'f', 7,   '"', 'a', '"', 'o', 1,   'N', '1',  '"',  '{',  'f', 9,   '"', 'x', '"', 'o',
+                2,   'N', '1', '"', '{', 'f', 11,  'I', 0,    0,    1,    44,  'f', 12,  'X', 'i', 3,
+                0,   '}', 255, 'f', 13,  'P', 1,   2,   3,    4,    'f',  14,  'e', 2,   'f', 15,  '$',
+                '1', ',', '2', '"', '}', 'o', 2,   'N', '2',  '"',  '{',  's', 2,   '{', 'f', 16,  'i',
+                5,   '}', '}', '}', 'f', 8,   'R', 0,   0xe4, 0xe1, 0xc0, 'R', 255, 255, 255, 0xf9}),
+         1);
+}
+
+TEST_F(OmlFrame, CloseThatFailsIsFatal) {
+  struct Failing : ZVOMLFileProbe {
+    ZVFileCodeEnum close() override {
+      ZVOMLFileProbe::close();
+      return fails ? ZV_FILE_CLOSE_ERROR : ZV_FILE_OK;
+    }
+    bool fails = true;
+  } file;
+  Grammar grammar;
+  writeFile("t.oml", "title: \"a\"");
+  EXPECT_EQ(file.readOMLFile("t.oml", &grammar, nullptr, -1, 0, 0, 0), ZV_FILE_CLOSE_ERROR);
+  EXPECT_EQ(file.messages(), "Fatal error #014 (t.oml:2:0) cannot close this file !\n");
+  file.fails = false;
+  EXPECT_EQ(file.readOMLFile("t.oml", &grammar, nullptr, -1, 0, 0, 0), ZV_FILE_OK);
+}
+
+// ---- Values
+
+TEST(BinValue, OwnsItsBytes) {
+  ZVOMLBinValue value(3, "abc");
+  ZVOMLBinValue copy(value);
+  value.concat(&copy);
+  value.concat(&value);
+  value.concat(nullptr);
+  EXPECT_EQ(std::string(value.pByteSequence(), 12), "abcabcabcabc");
+  value.length(2);
+  EXPECT_EQ(std::string(value.pByteSequence(), static_cast<size_t>(value.length())), "ab");
+  value.pByteSequence("xyz");
+  EXPECT_EQ(std::string(value.pByteSequence(), 2), "xy");
+  copy = value;
+  ZVOMLBinValue* clone = copy.cloneAttributes();
+  value.fill(0, "abc");
+  EXPECT_EQ(value.pByteSequence(), nullptr);
+  EXPECT_EQ(std::string(clone->pByteSequence(), 2), "xy");
+  copy = value;
+  EXPECT_EQ(copy.length(), 0);
+  value.concat(clone);
+  EXPECT_EQ(value.length(), 2);
+  delete clone;
+
+  ZVOMLToken token(ZV_OML_BINVALUE, new ZVOMLBinValue(2, "ab"), 1, 2);
+  ZVOMLToken other(token);
+  EXPECT_NE(other.pBinValue(), token.pBinValue());
+  other = ZVOMLToken(ZV_OML_REAL, 1.5, 3, 4);
+  other = *&other;
+  EXPECT_EQ(other.doubleValue(), 1.5);
+  EXPECT_EQ(other.line() * 10 + other.position(), 34);
+  other = token;
+  EXPECT_EQ(std::string(other.pBinValue()->pByteSequence(), 2), "ab");
+  EXPECT_EQ(ZVOMLToken().tag(), ZV_OML_BAD);
+}
+
+}  // namespace
