@@ -204,6 +204,7 @@ TEST_F(OmlTokens, SkippedBodiesAndIgnoredLinesAreNotRead) {
            leftOpen("1:10", 4)},
       {"graph: 1 { skip { { ", "", leftOpen("1:19", 4)},
       {"field: \"x\" x", "$TOPLEVEL$@-1:0{}", ""},
+      {"graph: x { label: \"a\" } field: \"x\" x 7 8", "$TOPLEVEL$@-1:0{GRAPH:x@1:5{LABEL=\"a\"@1:16}}", ""},
   };
   for (const auto& row : rows) {
     writeFile("t.oml", row.text);

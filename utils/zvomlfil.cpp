@@ -88,6 +88,7 @@ void ZVOMLFile::cleanup() {
   bracketSkipLevel_ = -1;
   ignoreField_ = 0;
   lookAhead_.reset();
+  forgetNames();
   releasePools();
   if (numberOfErrors_ > 0) {
     if (topLevelObject_ && topLevelObject_ != expectedTopLevelObject_) {

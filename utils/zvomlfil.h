@@ -235,6 +235,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVOMLToken* checkCharToken(char c);
   ZVOMLToken* readTextString();
   ZVOMLToken* readTextIntRealScopeOrIP(char c);
+  ZVOMLToken* readShortInteger(char c);
   ZVOMLToken* readTextIntRealOrScope(char c);
   ZVOMLToken* readTextPointReal(char c);
   ZVOMLToken* readTextRealOrIP(ZVStringHandle& text, int32_t firstOctet);
@@ -242,6 +243,10 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVOMLToken* readTextExponent(ZVStringHandle& text, char c);
   ZVOMLToken* readTextNumberEnd(ZVStringHandle& text, int32_t number);
   ZVOMLToken* readTextIdentifier(char c);
+  ZVOMLTokenTagEnum classify(const char* name, int32_t& index);
+  ZVOMLToken* newNameToken(ZVOMLTokenTagEnum tag, int32_t index) const;
+  int32_t declare(ZVStringPool* pool, const char* name);
+  void forgetNames();
   ZVOMLToken* readTextFullScope();
   ZVOMLToken* readTextRemainingScope(ZVStringHandle& text, char c);
   ZVOMLToken* readTextBinValue();

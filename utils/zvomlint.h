@@ -2,6 +2,7 @@
 #ifndef ZV_ZVOMLINT_H
 #define ZV_ZVOMLINT_H
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -85,6 +86,15 @@ class ZVOMLFile::Run {
 
 // What the token reader keeps between tokens for speed alone.
 struct ZVOMLFile::TokenScratch {
+  // What identifiers were classified as, each in the place that its text leads to. Forgotten when a name is
+  // declared.
+  struct Name {
+    char text[24];
+    ZVOMLTokenTagEnum tag;
+    int32_t index;
+  };
+  std::array<Name, 256> names{};
+
   ZVStringHandle text;
   std::string bytes;
 };

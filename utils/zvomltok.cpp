@@ -22,7 +22,8 @@ enum CharClass : uint8_t {
   UNDERSCORE = 4,
   HEX_DIGIT = 8,
   SIGN = 16,
-  SCOPE_SEPARATOR = 32
+  SCOPE_SEPARATOR = 32,
+  INTEGER_BREAK = 64
 };
 constexpr int IDENTIFIER = LETTER | DIGIT | UNDERSCORE;
 
@@ -34,6 +35,8 @@ constexpr std::array<uint8_t, 256> CHAR_CLASSES = [] {
   classes['_'] = UNDERSCORE;
   classes['+'] = classes['-'] = SIGN;
   classes[','] = classes['|'] = SCOPE_SEPARATOR;
+  // What makes something else of the digits before it.
+  for (unsigned char c : {',', '|', '.', 'e', 'E', 'x'}) classes[c] |= INTEGER_BREAK;
   return classes;
 }();
 
@@ -317,6 +320,7 @@ char* ZVOMLFile::removeEscapeSequences(char* text) {
 // ---- Numbers
 
 ZVOMLToken* ZVOMLFile::readTextIntRealScopeOrIP(char c) {
+  if (ZVOMLToken* token = readShortInteger(c)) return token;
   ZVStringHandle& text = emptyScratch();
   readTextIntegerToBuffer(c, text);
   const int32_t number = zvnumber::integerOf(text.pString());
@@ -330,6 +334,18 @@ ZVOMLToken* ZVOMLFile::readTextIntRealScopeOrIP(char c) {
     return readTextRealOrIP(text, number);
   }
   return readTextNumberEnd(text, number);
+}
+
+// The token of a few digits that are an integer and nothing else, in which case they are taken; else null.
+ZVOMLToken* ZVOMLFile::readShortInteger(char c) {
+  if (auxCLIBuffer_) return nullptr;
+  const char* next = openFiles_->read;
+  const char* const end = next + 8;
+  int32_t number = c - '0';
+  for (; next != end && is(*next, DIGIT); ++next) number = number * 10 + (*next - '0');
+  if (is(*next, DIGIT | INTEGER_BREAK)) return nullptr;
+  takeCharacters(static_cast<size_t>(next - openFiles_->read));
+  return newToken(ZV_OML_INTEGER, number);
 }
 
 ZVOMLToken* ZVOMLFile::readTextIntRealOrScope(char c) {
@@ -429,28 +445,61 @@ int32_t ZVOMLFile::takeRun(char c, int classes, ZVStringHandle& text) {
 
 ZVOMLToken* ZVOMLFile::readTextIdentifier(char c) {
   ZVStringHandle& text = emptyScratch();
-  readTextIdentifierToBuffer(c, text);
+  const int32_t length = readTextIdentifierToBuffer(c, text);
   if (is(lookAheadChar(), SCOPE_SEPARATOR)) return readTextRemainingScope(text, nextChar());
   const char* name = text.pString();
   if (inUncheckedSection_) {
     const int32_t index = storeFieldIDIndex(name);
     return newToken(index < 0 ? ZV_OML_BAD : ZV_OML_FIELD_ID, index);
   }
-  int32_t index = objTypeIDIndex(name);
-  if (index >= 0) return newToken(ZV_OML_OBJTYPE_ID, index);
-  index = sectionIDIndex(name);
-  if (index >= 0) return newToken(ZV_OML_SECTION_ID, index);
-  index = checkedFieldIDIndex(name);
-  if (index >= 0) return newToken(ZV_OML_FIELD_ID, index);
-  index = unknownFieldIDIndex(name);
-  if (index >= 0) {
-    ZVOMLToken* token = newToken(ZV_OML_FIELD_ID, index);
-    token->isUnknownField(1);
-    return token;
+
+  TokenScratch::Name* place = nullptr;
+  const auto size = static_cast<size_t>(length) + 1;
+  if (size <= sizeof place->text) {
+    uint32_t key = 0;
+    for (int32_t i = 0; i < length; ++i) key = key * 31 + static_cast<unsigned char>(name[i]);
+    place = &scratch_->names[key % scratch_->names.size()];
+    if (std::memcmp(place->text, name, size) == 0) return newNameToken(place->tag, place->index);
   }
-  index = valueIDIndex(name);
-  if (index >= 0) return newToken(ZV_OML_VALUE_ID, index);
-  return newToken(ZV_OML_OBJECT_ID, storeObjectIDIndex(name));
+  int32_t index = -1;
+  const ZVOMLTokenTagEnum tag = classify(name, index);
+  if (place) {
+    std::memcpy(place->text, name, size);
+    place->tag = tag;
+    place->index = index;
+  }
+  return newNameToken(tag, index);
+}
+
+// The kind of an identifier that is no scope, and its index. The tag of a bad token stands for the name of a
+// declared field.
+ZVOMLTokenTagEnum ZVOMLFile::classify(const char* name, int32_t& index) {
+  if ((index = objTypeIDIndex(name)) >= 0) return ZV_OML_OBJTYPE_ID;
+  if ((index = sectionIDIndex(name)) >= 0) return ZV_OML_SECTION_ID;
+  if ((index = checkedFieldIDIndex(name)) >= 0) return ZV_OML_FIELD_ID;
+  if ((index = unknownFieldIDIndex(name)) >= 0) return ZV_OML_BAD;
+  if ((index = valueIDIndex(name)) >= 0) return ZV_OML_VALUE_ID;
+  index = storeObjectIDIndex(name);
+  return ZV_OML_OBJECT_ID;
+}
+
+ZVOMLToken* ZVOMLFile::newNameToken(ZVOMLTokenTagEnum tag, int32_t index) const {
+  if (tag != ZV_OML_BAD) return newToken(tag, index);
+  ZVOMLToken* token = newToken(ZV_OML_FIELD_ID, index);
+  token->isUnknownField(1);
+  return token;
+}
+
+// Enters a name that changes how identifiers are classified.
+int32_t ZVOMLFile::declare(ZVStringPool* pool, const char* name) {
+  const int32_t known = lookup(pool, name);
+  if (known >= 0) return known;
+  forgetNames();
+  return update(pool, name);
+}
+
+void ZVOMLFile::forgetNames() {
+  if (scratch_) scratch_->names.fill({});
 }
 
 ZVOMLToken* ZVOMLFile::readTextFullScope() {
@@ -681,7 +730,8 @@ int32_t ZVOMLFile::unknownFieldIDIndex(const char* name) const {
 }
 
 const char* ZVOMLFile::unknownFieldID(int32_t index) const {
-  return unknownFieldIDPool_ ? unknownFieldIDPool_->decode(index - unknownFieldIDPool_->decodeTableMax()) : "";
+  return unknownFieldIDPool_ ? unknownFieldIDPool_->decode(index - unknownFieldIDPool_->decodeTableMax())
+                             : "";
 }
 
 int32_t ZVOMLFile::fieldIDIndex(const char* name) const {
@@ -697,11 +747,11 @@ int32_t ZVOMLFile::storeStringIndex(const char* text) { return update(stringPool
 int32_t ZVOMLFile::storeSectionIDIndex(const char* name) {
   if (!grammar_) return -1;
   const int32_t known = lookup(grammar_->pSectionIDPool(), name);
-  return known >= 0 ? known : behind(grammar_->pSectionIDPool(), update(unknownSectionIDPool_, name));
+  return known >= 0 ? known : behind(grammar_->pSectionIDPool(), declare(unknownSectionIDPool_, name));
 }
 
 int32_t ZVOMLFile::storeUnknownFieldIDIndex(const char* name) {
-  return behind(unknownFieldIDPool_, update(unknownFieldIDPool_, name));
+  return behind(unknownFieldIDPool_, declare(unknownFieldIDPool_, name));
 }
 
 int32_t ZVOMLFile::storeFieldIDIndex(const char* name) {
