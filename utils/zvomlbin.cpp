@@ -106,7 +106,7 @@ ZVOMLToken* ZVOMLFile::readBinaryReal(char tag) {
   return new ZVOMLToken(ZV_OML_REAL, value, line(), position());
 }
 
-ZVOMLToken* ZVOMLFile::readBinaryString() { return readString(&ZVOMLFile::readBinaryTSChar); }
+ZVOMLToken* ZVOMLFile::readBinaryString() { return readQuotedString(&ZVOMLFile::readBinaryTSChar); }
 
 ZVOMLToken* ZVOMLFile::readBinaryBinValue() {
   const int32_t file = fileNameIndex();

@@ -254,7 +254,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   int32_t readTextIntegerToBuffer(char c, ZVStringHandle& text);
   int32_t takeRun(char c, int classes, ZVStringHandle& text);
   void takeScopeItem(ZVStringHandle& text);
-  ZVOMLToken* readString(char (ZVOMLFile::*next)());
+  ZVOMLToken* readQuotedString(char (ZVOMLFile::*next)());
   void takeStringRun(std::string& text);
   ZVOMLToken* readBinarySection(char tag);
   ZVOMLToken* readBinaryField(char tag);

@@ -36,7 +36,7 @@ constexpr std::array<uint8_t, 256> CHAR_CLASSES = [] {
   classes['+'] = classes['-'] = SIGN;
   classes[','] = classes['|'] = SCOPE_SEPARATOR;
   // What makes something else of the digits before it.
-  for (unsigned char c : {',', '|', '.', 'e', 'E', 'x'}) classes[c] |= INTEGER_BREAK;
+  for (char c : {',', '|', '.', 'e', 'E', 'x'}) classes[static_cast<unsigned char>(c)] |= INTEGER_BREAK;
   return classes;
 }();
 
@@ -230,9 +230,9 @@ ZVOMLToken* ZVOMLFile::checkCharToken(char c) {
   }
 }
 
-ZVOMLToken* ZVOMLFile::readTextString() { return readString(&ZVOMLFile::nextChar); }
+ZVOMLToken* ZVOMLFile::readTextString() { return readQuotedString(&ZVOMLFile::nextChar); }
 
-ZVOMLToken* ZVOMLFile::readString(char (ZVOMLFile::*next)()) {
+ZVOMLToken* ZVOMLFile::readQuotedString(char (ZVOMLFile::*next)()) {
   const int32_t file = fileNameIndex();
   const int32_t startLine = line();
   const int startPosition = position();
