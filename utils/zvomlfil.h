@@ -440,6 +440,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   int32_t bracketLevel_ = 0;
   int32_t bracketSkipLevel_ = -1;
   std::unique_ptr<ZVOMLToken> lookAhead_;
+  int32_t tokenFile_ = -1;  // where the last token that nextToken gave was read
   std::unique_ptr<TokenScratch> scratch_;
   int ignoreField_ = 0;
   int inUncheckedSection_ = 0;

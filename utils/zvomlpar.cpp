@@ -138,15 +138,15 @@ void ZVOMLFile::parseAttribute(int32_t file, std::unique_ptr<ZVOMLToken> prefix,
   int unknownField = 0;
   for (; isHeadToken(token.get()); token = nextToken()) {
     if (token->tag() == ZV_OML_BAD) {
-      internalErrorMessage(fileNameIndex(), token.get(), UNEXPECTED_TOKEN, nullptr, nullptr, nullptr, 0);
+      internalErrorMessage(tokenFile_, token.get(), UNEXPECTED_TOKEN, nullptr, nullptr, nullptr, 0);
     } else if (token->tag() == ZV_OML_SECTION_ID) {
       section = token->longValue();
-      path = extendSectionPath(fileNameIndex(), token.get(), object->objTypeIDIndex(), path);
+      path = extendSectionPath(tokenFile_, token.get(), object->objTypeIDIndex(), path);
     } else {
       unknownField = token->isUnknownField();
       if (prefix) illegalSectionInside(file, prefix.get(), token.get());
       prefix = std::move(token);
-      file = fileNameIndex();
+      file = tokenFile_;
     }
   }
   if (hasTag(token.get(), ZV_OML_ASSIGN)) token = nextToken();
@@ -180,7 +180,7 @@ void ZVOMLFile::parseAttribute(int32_t file, std::unique_ptr<ZVOMLToken> prefix,
 
 int ZVOMLFile::enterBracket(const ZVOMLToken* bracket) {
   if (parseDepth_ >= MAX_DEPTH) {
-    internalErrorMessage(fileNameIndex(), bracket, MEMORY_EXHAUSTED, nullptr, nullptr, nullptr, 1);
+    internalErrorMessage(tokenFile_, bracket, MEMORY_EXHAUSTED, nullptr, nullptr, nullptr, 1);
     return 0;
   }
   ++parseDepth_;
@@ -223,7 +223,7 @@ void ZVOMLFile::parseField(int32_t file, std::unique_ptr<ZVOMLToken> nameToken, 
   int32_t type = object->objTypeIDIndex();
   int unchecked = inUncheckedSection();
   if (!nameToken) {
-    file = fileNameIndex();
+    file = tokenFile_;
     if (unchecked) {
       internalErrorMessage(file, value.get(), UNEXPECTED_VALUE, nullptr, nullptr, nullptr, 0);
     } else {
@@ -251,7 +251,7 @@ void ZVOMLFile::parseKeyword(int32_t keyword, ZVOMLSyntaxObject* object, ZVOMLTo
   if (keyword == ID_FIELD || keyword == NAME_FIELD) {
     int32_t id = checkSimpleScope(value);
     if (object->objectIDIndex() >= 0 && object->objectIDIndex() != id) {
-      internalErrorMessage(fileNameIndex(), value, DOUBLE_ID, nullptr, nullptr, nullptr, 0);
+      internalErrorMessage(tokenFile_, value, DOUBLE_ID, nullptr, nullptr, nullptr, 0);
     }
     object->objectIDIndex(id);
     return;
@@ -389,7 +389,7 @@ void ZVOMLFile::illegalSectionInside(int32_t file, ZVOMLToken* first, ZVOMLToken
 
 void ZVOMLFile::checkFieldType(ZVOMLDefField* field, ZVOMLToken* value) {
   if (!value || value->tag() == ZV_OML_BAD) {
-    internalErrorMessage(fileNameIndex(), value, UNEXPECTED_TOKEN, nullptr, nullptr, nullptr, 0);
+    internalErrorMessage(tokenFile_, value, UNEXPECTED_TOKEN, nullptr, nullptr, nullptr, 0);
     return;
   }
   if (!field) return;
@@ -419,17 +419,17 @@ void ZVOMLFile::checkFieldType(ZVOMLDefField* field, ZVOMLToken* value) {
       checkBinVal(value);
       break;
     default:
-      internalErrorMessage(fileNameIndex(), value, UNEXPECTED_FIELD, nullptr, nullptr, nullptr, 0);
+      internalErrorMessage(tokenFile_, value, UNEXPECTED_FIELD, nullptr, nullptr, nullptr, 0);
   }
 }
 
 int ZVOMLFile::checkSomething(ZVOMLToken* token, ZVOMLTokenTagEnum tag, const char* what) {
   if (hasTag(token, tag)) return 1;
   if (isIdentifier(token)) {
-    internalErrorMessage(fileNameIndex(), token, UNEXPECTED_IDENTIFIER, decodeIdeToken(token), nullptr,
+    internalErrorMessage(tokenFile_, token, UNEXPECTED_IDENTIFIER, decodeIdeToken(token), nullptr,
                          nullptr, 0);
   } else {
-    internalErrorMessage(fileNameIndex(), token, KIND_EXPECTED, what, nullptr, nullptr, 0);
+    internalErrorMessage(tokenFile_, token, KIND_EXPECTED, what, nullptr, nullptr, 0);
   }
   return 0;
 }
@@ -457,10 +457,10 @@ int ZVOMLFile::checkBinVal(ZVOMLToken* token) {
 int ZVOMLFile::checkBool(ZVOMLToken* token) {
   if (hasTag(token, ZV_OML_VALUE_ID) && (token->longValue() == 0 || token->longValue() == 1)) return 1;
   if (isIdentifier(token)) {
-    internalErrorMessage(fileNameIndex(), token, UNEXPECTED_IDENTIFIER, decodeIdeToken(token), nullptr,
+    internalErrorMessage(tokenFile_, token, UNEXPECTED_IDENTIFIER, decodeIdeToken(token), nullptr,
                          nullptr, 0);
   }
-  internalErrorMessage(fileNameIndex(), token, KIND_EXPECTED, getStringResource(BOOL_TEXT), nullptr, nullptr,
+  internalErrorMessage(tokenFile_, token, KIND_EXPECTED, getStringResource(BOOL_TEXT), nullptr, nullptr,
                        0);
   return 0;
 }
@@ -471,7 +471,7 @@ int ZVOMLFile::checkEnumValue(ZVOMLToken* token, ZVOMLDefIndexList* values) {
       if (value->index == token->longValue()) return 1;
     }
   }
-  internalErrorMessage(fileNameIndex(), token, OTHER_VALUE_EXPECTED, nullptr, nullptr, nullptr, 0);
+  internalErrorMessage(tokenFile_, token, OTHER_VALUE_EXPECTED, nullptr, nullptr, nullptr, 0);
   return 0;
 }
 
@@ -488,7 +488,7 @@ int32_t ZVOMLFile::checkSimpleScope(ZVOMLToken* token) {
     const char* text = objectID(token->longValue());
     if (*text != '$' && !std::strchr(text, ',')) return token->longValue();
   }
-  internalErrorMessage(fileNameIndex(), token, ID_EXPECTED, nullptr, nullptr, nullptr, 0);
+  internalErrorMessage(tokenFile_, token, ID_EXPECTED, nullptr, nullptr, nullptr, 0);
   return NO_ID;
 }
 

@@ -80,6 +80,7 @@ int32_t update(ZVStringPool* pool, const char* text) { return pool && text ? poo
 
 std::unique_ptr<ZVOMLToken> ZVOMLFile::nextToken() {
   lookAheadToken();
+  tokenFile_ = fileNameIndex();
   std::unique_ptr<ZVOMLToken> token = std::move(lookAhead_);
   if (!token || token->tag() != ZV_OML_BINVALUE) return token;
 

@@ -53,8 +53,15 @@ class ZVOMLFileProbe : public ZVOMLFile {
     initParser(&grammar, nullptr, -1, 0);
     Run run(*this);
     ZVOMLToken token(ZV_OML_SECTION_ID, sectionIDIndex(section), 1, 1);
-    uint32_t result = extendSectionPath(-1, &token, type, path);
+    uint32_t result = extendSectionPath(storeStringIndex("f.oml"), &token, type, path);
     message = pErrorStringBuffer();
+    cleanup();
+    return result;
+  }
+
+  ZVOMLDefObjType* definition(ZVOMLStatic& grammar, int32_t type) {
+    initParser(&grammar, nullptr, -1, 0);
+    ZVOMLDefObjType* result = pObjTypeDefinition(type);
     cleanup();
     return result;
   }

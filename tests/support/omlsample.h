@@ -1,0 +1,43 @@
+// A grammar with every kind of field, and with sections whose names clash, nest and stand deep.
+#ifndef ZV_TESTS_OMLSAMPLE_H
+#define ZV_TESTS_OMLSAMPLE_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "utils/zvomlsta.h"
+
+// Compiles rows that stand in one text, each ended by a semicolon.
+inline std::unique_ptr<ZVOMLStatic> compileRows(const char* const* types, const char* const* sections,
+                                                const ZVOMLStaticVEStruct* values, const std::string& text,
+                                                int32_t poolSize = 64) {
+  std::vector<std::string> rows;
+  for (size_t start = 0, end; (end = text.find(';', start)) != std::string::npos; start = end + 1) {
+    rows.push_back(text.substr(start, end - start));
+  }
+  std::vector<const char*> table;
+  for (const std::string& row : rows) table.push_back(row.c_str());
+  table.push_back(nullptr);
+  return std::make_unique<ZVOMLStatic>(types, sections, values, table.data(), poolSize, poolSize, poolSize,
+                                       poolSize, poolSize, poolSize);
+}
+
+inline ZVOMLStatic& sampleGrammar() {
+  static constexpr const char* TYPES[] = {"graph", "node", "edge", "point", nullptr};
+  static constexpr ZVOMLStaticVEStruct VALUES[] = {{"left", 10}, {"right", 20}, {"up", 30}, {nullptr, 0}};
+  static const std::unique_ptr<ZVOMLStatic> grammar = compileRows(
+      TYPES, nullptr, VALUES,
+      "O $toplevel$; {; T graph; F version I; };"
+      "O graph; {; F width I; F scale R; F label S; F visible B; E side [ left right ]; R source node;"
+      "  F address P; F data X; T node; T edge; T point;"
+      "  S layout; {; F spacing I; F bends I; T node;"
+      "    S horizontal; {; F spacing I; F gap R; S deep; {; F spacing I; F note S; }; };"
+      "    S vertical; {; F spacing I; F gap I; }; };"
+      "  S extra; {; F spacing I; S horizontal; {; F only I; }; }; };"
+      "O node; {; F x I; F y I; R peer node; T node; S layout; {; F spacing I; T node; }; };"
+      "O point; {; F x I; F y I; };");
+  return *grammar;
+}
+
+#endif

@@ -1,0 +1,868 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <random>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/omlprobe.h"
+#include "support/omlsample.h"
+#include "utils/zverrmsg.h"
+#include "utils/zvomldef.h"
+#include "utils/zvomlsfi.h"
+#include "utils/zvomlsoi.h"
+
+namespace {
+
+struct Case {
+  const char* text;
+  const char* expected;
+};
+
+// ---- Messages
+//
+// What is expected is one line for each message: number, place (- for none, in f.oml if no file is named),
+// and what fills the blanks of its text, a number standing for the text of that number.
+
+// Read as the content of a graph, from the second line of f.oml on.
+const Case BODY_ERRORS[] = {
+    // Tokens that are none
+    {"@ width 5", "20 2:1"},
+    {"width: @", "20 2:8"},
+    {"width @ 5", "20 2:7"},
+    {"width @", "20 2:7\n24 3:1 4"},
+    {"width: : 5", "24 2:8 4\n24 2:10 6"},
+    // Values of another kind
+    {"width: 1.5", "24 2:10 4"},
+    {"width: left", "22 2:11 LEFT"},
+    {"width: foo", "22 2:10 foo"},
+    {"width: label", "22 2:12 LABEL"},
+    {"width: layout", "22 2:13 LAYOUT"},
+    {"width: 0x00", "24 2:11 4"},
+    {"scale: 5", "24 2:8 6"},
+    {"label: 5", "24 2:8 5"},
+    {"address: 1.5", "24 2:12 7"},
+    {"data: 5", "24 2:7 8"},
+    {"visible: 1", "24 2:10 9"},
+    {"visible: left", "22 2:13 LEFT\n24 2:13 9"},
+    {"side: up", "25 2:8"},
+    {"side: true side: 3", "25 2:10\n25 2:18"},
+    {"source: 1.5", "26 2:11"},
+    {"source: left", "26 2:12"},
+    {"comment: 5", "24 2:10 5"},
+    {"include: foo", "22 2:12 foo"},
+    {"section: 1.5 field: left", "24 2:12 5\n22 2:24 LEFT"},
+    // Ids
+    {"node: 1,2 { x: 1 }", "26 2:9"},
+    {"node: \"a\"", "26 2:9"},
+    {"node: $1", "26 2:8"},
+    {"node: graph { }", "26 2:11"},
+    {"node: 5 { id: 6 }", "30 2:15"},
+    {"node: 5 { name: a,b }", "26 2:19\n30 2:19"},
+    {"node: { id: 6 id: 6 id: 7 }", "30 2:25"},
+    {"node: defaults { id: 7 }", "30 2:22"},
+    // Sections
+    {"horizontal spacing: 3", "35 2:10 HORIZONTAL GRAPH\n47 2:18 SPACING HORIZONTAL GRAPH"},
+    {"layout extra spacing: 3", "36 2:12 EXTRA LAYOUT GRAPH"},
+    {"_ extra { }", "37 2:7 EXTRA GRAPH"},
+    {"_ _ _ _ _ { layout { } }", "35 2:18 LAYOUT GRAPH"},
+    // What may not stand where it does
+    {"node 1 { width: 3 }", "46 2:14 WIDTH NODE"},
+    {"layout bends: 3 layout gap: 3", "47 2:26 GAP LAYOUT GRAPH"},
+    {"layout _ gap: 3", "47 2:12 GAP _ GRAPH"},
+    {"graph 2 { }", "38 2:5 GRAPH GRAPH"},
+    {"graph { }", "38 2:5 GRAPH GRAPH"},
+    {"layout edge 5", "39 2:11 EDGE LAYOUT GRAPH"},
+    {"_ node 5", "39 2:6 NODE _ GRAPH"},
+    {"node defaults { edge 2 }", "40 2:20 EDGE NODE"},
+    {"node defaults { layout node 2 { } }", "41 2:27 NODE LAYOUT NODE"},
+    {"graph defaults { }", "42 2:5 GRAPH GRAPH"},
+    {"extra node defaults", "43 2:10 NODE EXTRA GRAPH"},
+    {"node { id: defaults node { name = defaults } }", "44 2:24 NODE NODE"},
+    {"node defaults { layout node defaults }", "45 2:27 NODE LAYOUT NODE"},
+    // Values without a field
+    {"point 3 { 10 20 30 }", "23 2:18"},
+    {"point 3 { 10 node 1.5 }", "26 2:21\n38 2:17 NODE POINT"},
+    {"_ 5", "23 2:3"},
+    {"layout { 1 2 ; ; }", "23 2:16"},
+    {"comment: \"unchecked\" width: foo 5", "23 2:33"},
+    {"layout { comment: \"unchecked\" a 1 } width 1.5", "24 2:45 4"},
+    // Two names in a row
+    {"width label: \"a\"", "48 2:5 WIDTH LABEL 2:11"},
+    {"node node 5", "48 2:4 NODE NODE 2:9"},
+    {"width\nnode 5", "48 2:5 WIDTH NODE 3:4"},
+    {"layout { bends { 1\nspacing 3 } }", "48 2:14 BENDS SPACING 3:7"},
+    // Names declared in the file, whatever number they have
+    {"field: \"old\" layout { old { 1 2 } }", "47 2:25 OLD LAYOUT GRAPH\n47 2:25 OLD LAYOUT GRAPH"},
+    {"field: \"old\" layout old { \"none.oml\" }", "47 2:23 OLD LAYOUT GRAPH"},
+    {"field: \"old\" old width: 5", "48 2:16 OLD WIDTH 2:22"},
+    // Files
+    {"include: \"none.oml\"", "13 2:19 none.oml"},
+};
+
+// Read as they are.
+const Case FILE_ERRORS[] = {
+    {"version: 1 }", "16 1:12\n23 1:12"},
+    {"version: 1.5", "24 1:12 4"},
+    {"version 0x00", "24 1:12 4"},
+    {"version", "20 -"},
+    {"version 1 :", "23 -"},
+    {"graph", "26 -"},
+    {"node 5", "38 1:4 NODE $TOPLEVEL$"},
+    {"id: defaults graph 1", "40 1:18 GRAPH $TOPLEVEL$"},
+    {"graph 1 {", "15 1:9\n15 1:9\n15 1:9"},
+    {"graph 1 { width", "15 1:9\n20 -\n15 1:9\n15 1:9\n15 1:9\n15 1:9"},
+    {"include: \"name.oml\" 5", "46 name.oml:2:5 SCALE $TOPLEVEL$"},
+    {"include: \"value.oml\"", "24 value.oml:1:12 4"},
+    {"include: \"value.oml\" version: 1.5", "24 value.oml:1:12 4\n24 1:33 4"},
+    {"@@@@@@@@@@@@@@@ version 1.5",
+     "20 1:1\n20 1:2\n20 1:3\n20 1:4\n20 1:5\n20 1:6\n20 1:7\n20 1:8\n20 1:9\n20 1:10\n20 1:11\n20 1:12\n"
+     "20 1:13\n20 1:14\n20 1:15\n24 1:27 4\n10 -"},
+};
+
+// The messages that the short form stands for.
+std::string fullMessages(const char* shortForm) {
+  std::string messages;
+  std::istringstream lines(shortForm);
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream words(line);
+    int id = 0;
+    std::string place;
+    std::string argument;
+    words >> id >> place;
+    std::string text = getStringResource(id);
+    while (words >> argument) {
+      if (id == 24) argument = getStringResource(std::stoi(argument));
+      text.replace(text.find("%s"), 2, argument);
+    }
+    messages += id == 10 || id == 13 ? "Fatal error #0" : "Error #0";
+    messages += std::to_string(id);
+    if (place != "-") {
+      messages += place.find("oml") == std::string::npos ? " (f.oml:" : " (";
+      messages += place + ')';
+    }
+    messages += ' ' + text + " !\n";
+  }
+  return messages;
+}
+
+TEST(OMLParser, ComplainsOnceForEachFaultAtItsPlace) {
+  writeFile("name.oml", "version: 1\nscale");
+  writeFile("value.oml", "version 0x00");
+  ZVOMLFileProbe file;
+  auto check = [&](const Case& one, const std::string& text) {
+    SCOPED_TRACE(one.text);
+    writeFile("f.oml", text);
+    std::string expected = fullMessages(one.expected);
+    EXPECT_EQ(file.readOMLFile("f.oml", &sampleGrammar(), nullptr, -1, 0, 0, 0),
+              expected.find("#013") == std::string::npos ? ZV_FILE_READ_ERROR : ZV_FILE_OPEN_ERROR);
+    EXPECT_EQ(file.messages(), expected);
+    EXPECT_EQ(file.numberOfErrors(), std::count(expected.begin(), expected.end(), '\n'));
+  };
+  for (const Case& one : BODY_ERRORS) check(one, std::string("graph 1 {\n") + one.text + "\n}\n");
+  for (const Case& one : FILE_ERRORS) check(one, one.text);
+}
+
+// ---- Trees
+
+// The content of the file, and of the root.
+const Case TREES[] = {
+    {"", ""},
+    {" # nothing\n/* at all */", ""},
+    {"version: 3 version = 4; version 5", "VERSION=3@1:7 VERSION=4@1:18 VERSION=5@1:31"},
+    {"7", "VERSION=7@1:1"},
+    {"graph: { node: 12 { } node 13 node n1 { } node { } }",
+     "GRAPH@1:5{NODE:12@1:13{} NODE:13@1:26{} NODE:n1@1:34{} NODE@1:46{}}"},
+    {"graph { id: 5 node { name = +7 } }", "GRAPH:5@1:5{NODE:7@1:18{}}"},
+    // Positions count every attribute of the list.
+    {"graph { layout { } 1.5 node 1 true left }",
+     "GRAPH@1:5{SCALE=1.5@1:22 VISIBLE=6TRUE@1:34 SIDE=6LEFT@1:39 NODE:1@1:27{}}"},
+    {"graph { layout { 1 2 } layout horizontal { comment: \"c\" 2.5 } }",
+     "GRAPH@1:5{SPACING/1[LAYOUT]=1@1:18 BENDS/1[LAYOUT]=2@1:20 GAP/11[HORIZONTAL]=2.5@1:59}"},
+    // A bracket is skipped outside sections, and continues the section inside one.
+    {"graph { width { 1 2 } { 5 @ } layout { { spacing 1 } bends { 1 2 } bends: {} } }",
+     "GRAPH@1:5{SPACING/1[LAYOUT]=1@1:48 BENDS/1[LAYOUT]=1@1:58 BENDS/1[LAYOUT]=2@1:58}"},
+    {"graph { skip { @ \" [ ] } section: \"own\" own { 5 } own width 3 layout own { 6 } }",
+     "GRAPH@1:5{WIDTH/0[OWN]=3@1:59}"},
+    // Deeper sections by name, and wildcards.
+    {"graph { deep spacing 1 layout { deep note \"a\" } extra horizontal only 2 }",
+     "GRAPH@1:5{SPACING/111[DEEP]=1@1:20 NOTE/111[DEEP]=\"a\"@1:41 ONLY/12[HORIZONTAL]=2@1:69}"},
+    {"graph { _ spacing 1 layout _ spacing = 2 _ horizontal spacing 3 _ deep note \"a\" layout spacing _ 4 }",
+     "GRAPH@1:5{SPACING/f[_]?=1@1:17 SPACING/f1[_]?=2@1:36 SPACING/1f[HORIZONTAL]?=3@1:61 "
+     "NOTE/11f[DEEP]?=\"a\"@1:75 SPACING/f1[_]?=4@1:94}"},
+    // A group of defaults and what is in it stand in one section.
+    {"graph { layout node defaults { x 5 node 1 { } node 2 { } } }",
+     "GRAPH@1:5{NODE:defaults/1[LAYOUT]@1:19{X=5@1:32 NODE:1/1[LAYOUT]@1:39{} NODE:2/1[LAYOUT]@1:50{}}}"},
+    {"graph { source $ source $,1,a source 3 source a|b }",
+     "GRAPH@1:5{SOURCE=10$@1:14 SOURCE=10$,1,a@1:23 SOURCE=103@1:36 SOURCE=10a,b@1:45}"},
+    // Declared fields drop the rest of their line, and act as nothing.
+    {"graph { field: \"old\" old: 1 } @ {\nold = \"none.oml\"\n old { } width 3 }",
+     "GRAPH@1:5{WIDTH=3@3:14}"},
+    {"graph { comment: \"Unchecked\" comment: \"unchecked\" layout: left foo 1.5 comment \"c\" }",
+     "GRAPH@1:5{LAYOUT?!=9LEFT@1:56 FOO?!=1.5@1:66}"},
+    {"graph { layout { node 1 { comment: \"unchecked\" y \"a\" } spacing 1 } }",
+     "GRAPH@1:5{SPACING/1[LAYOUT]=1@1:62 NODE:1/1[LAYOUT]@1:21{Y?!=\"a\"@1:48}}"},
+    {"include: \"part.oml\" 2 version 4", "VERSION=1@1:7 VERSION=2@2:9 VERSION=4@1:29"},
+};
+
+void expectTree(const char* path, const std::string& text, const std::string& expected) {
+  ZVOMLFileProbe file;
+  writeFile(path, text);
+  file.parseTree(path, sampleGrammar(), [&](const ZVOMLSyntaxObject* root) {
+    EXPECT_EQ(file.messages(), "") << text;
+    ASSERT_NE(root, nullptr);
+    EXPECT_EQ(file.print(root), "$TOPLEVEL$@-1:0{" + expected + '}') << text;
+  });
+}
+
+TEST(OMLParser, BuildsTheTreeThatTheFileDescribes) {
+  writeFile("part.oml", "version 1\n  version");
+  for (const Case& one : TREES) expectTree("tree.oml", one.text, one.expected);
+}
+
+// A file made up at random together with the tree that it stands for.
+class RandomDocument {
+ public:
+  explicit RandomDocument(unsigned seed) : random_(seed) {
+    word("graph");
+    tree = object("GRAPH", "", "", GRAPH, 0);
+  }
+
+  std::string text;
+  std::string tree;
+
+ private:
+  struct Field {
+    const char* name;
+    char type;
+  };
+  struct Section {
+    const char* name;
+    uint32_t path;
+    std::vector<Field> fields;
+    bool holdsNodes;
+  };
+  using Type = std::vector<Section>;  // the first one is the type itself
+  struct Content {
+    std::string fields;
+    std::string objects;
+    std::string all() const {
+      return (fields + objects).substr(0, std::max<size_t>(fields.size() + objects.size(), 1) - 1);
+    }
+  };
+
+  static const Type GRAPH;
+  static const Type NODE;
+
+  size_t below(size_t limit) { return random_() % limit; }
+  template <class List>
+  const auto& oneOf(const List& list) {
+    return list[below(list.size())];
+  }
+
+  void put(const std::string& piece) {
+    for (char c : piece) {
+      if (c == '\n') ++line_;
+      column_ = c == '\n' ? 0 : column_ + 1;
+    }
+    text += piece;
+  }
+  // A token, with white space and comments before it. Gives its place.
+  std::string word(const std::string& token) {
+    static const std::vector<std::string> SPACES{" ",   "\t ",      "\n",     " /* } \" */ ",
+                                                 "/*/", " # { x\n", "//\n\n "};
+    put(oneOf(SPACES));
+    put(token);
+    return '@' + std::to_string(line_) + ':' + std::to_string(column_);
+  }
+  std::string anyCase(std::string name) {
+    for (char& c : name) {
+      if (c >= 'A' && c <= 'Z' && below(3)) c = static_cast<char>(c + 32);
+    }
+    return word(name);
+  }
+  void assign() { put(oneOf(std::vector<std::string>{"", ":", " ="})); }
+
+  // Writes a value. Gives its printed form, with its place apart.
+  std::string value(char type, std::string* place = nullptr) {
+    std::string number = std::to_string(below(1000));
+    std::pair<std::string, std::string> form;
+    switch (type) {
+      case 'I':
+        form = {number, number};
+        break;
+      case 'R':
+        form = {number + ".5", number + ".5"};
+        break;
+      case 'S':
+        form = {'"' + number + "}\\\"\"", '"' + number + "}\"\""};
+        break;
+      case 'O':
+        form = oneOf(std::vector<decltype(form)>{{'$' + number + "|a", "10$," + number + ",a"},
+                                                 {number, "10" + number},
+                                                 {'n' + number, "10n" + number}});
+        break;
+      default:
+        static const std::vector<decltype(form)> FORMS[] = {{{"TRUE", "6TRUE"}, {"false", "6FALSE"}},
+                                                            {{"Left", "6LEFT"}, {"right", "6RIGHT"}},
+                                                            {{"1.2.3.4", "ip01020304"}},
+                                                            {{"0x00fF", "0x00ff"}}};
+        form = oneOf(FORMS[std::string("BEPX").find(type)]);
+    }
+    std::string end = word(form.first);
+    if (place) *place = end;
+    return form.second;
+  }
+
+  static bool isBelow(uint32_t path, uint32_t from) {
+    uint32_t mask = 0;
+    while ((from & ~mask) != 0) mask = mask << 4 | 0xf;
+    return path != from && (path & mask) == from;
+  }
+  // The sections that may be named in another one, itself included.
+  static std::vector<const Section*> reach(const Type& type, const Section& from) {
+    std::vector<const Section*> result{&from};
+    for (const Section& one : type) {
+      if (isBelow(one.path, from.path)) result.push_back(&one);
+    }
+    return result;
+  }
+  // Writes the names that lead from one section to another: all of them, or the last if it is unique.
+  void sectionNames(const Type& type, const Section& from, const Section& to) {
+    std::vector<const Section*> way;
+    int namesakes = 0;
+    for (const Section* one : reach(type, from)) {
+      if (one == &from) continue;
+      if (one == &to || isBelow(to.path, one->path)) way.push_back(one);
+      if (std::string(one->name) == to.name) ++namesakes;
+    }
+    if (way.size() > 1 && namesakes == 1 && below(2)) way.erase(way.begin(), way.end() - 1);
+    for (const Section* one : way) anyCase(one->name);
+  }
+  static std::string printPlace(const Section& section) {
+    char number[12];
+    std::snprintf(number, sizeof number, "/%x[", static_cast<unsigned>(section.path));
+    return section.path == 0 ? "" : std::string(number) + section.name + ']';
+  }
+
+  // The rest of an object, behind its type name.
+  std::string object(const std::string& name, const std::string& id, const std::string& section,
+                     const Type& type, unsigned depth) {
+    std::string head = name + (id.empty() ? "" : ":") + id + section + '@' + std::to_string(line_) + ':' +
+                       std::to_string(column_) + '{';
+    assign();
+    if (!id.empty()) word(id);
+    if (!id.empty() && depth > 0 && below(4) == 0) return head + '}';
+    put("{");
+    Content content;
+    attributes(content, type, type[0], id, depth);
+    word("}");
+    return head + content.all() + '}';
+  }
+
+  // Attributes in a section of an object, up to the end of their list.
+  void attributes(Content& content, const Type& type, const Section& section, const std::string& id,
+                  unsigned depth) {
+    size_t count = depth > 3 ? 0 : below(depth == 0 ? 30 : 8);
+    bool afterBytes = false;
+    for (size_t number = 1; number <= count; ++number) {
+      size_t kind = below(16);
+      bool positional = kind < 3 && number <= section.fields.size() && !afterBytes;
+      afterBytes = false;
+      if (positional) {
+        const Field& field = section.fields[number - 1];
+        std::string place;
+        std::string printed = value(field.type, &place);
+        content.fields += field.name + printPlace(section) + '=' + printed + place + ' ';
+        afterBytes = field.type == 'X';
+      } else if (kind < 8) {
+        afterBytes = namedField(content, type, section);
+      } else if (kind < 10) {
+        const Section& target = *oneOf(reach(type, section));
+        sectionNames(type, section, target);
+        put("=");  // without it and a name this could be the body of the object before it
+        word(target.path == 0 ? "{ @ [ 5 ] }" : "{");
+        if (target.path == 0) continue;
+        attributes(content, type, target, id, depth + 1);
+        word("}");
+      } else if (kind < 13) {
+        nodes(content, type, section, depth);
+      } else if (kind == 13 && section.path == 0 && !id.empty()) {
+        word("id: " + id);
+      } else if (kind == 14) {
+        word(number % 2 ? "skip { @ [ 5 width ] }" : "comment \"c\" ");
+      } else if (kind == 15 && below(8) == 0) {
+        word("comment = \"unchecked\"");
+        return unchecked(content, section);
+      } else {
+        word(below(2) ? "field \"old\"; old 5 } @ \"\n" : "SECTION \"own\" own { @ \" } ");
+        ++number;  // two attributes
+      }
+      if (below(4) == 0) word(";");
+    }
+  }
+
+  // Gives whether the value was a byte sequence, which another one must not follow.
+  bool namedField(Content& content, const Type& type, const Section& section) {
+    const Section& target = *oneOf(reach(type, section));
+    const Field& field = oneOf(target.fields);
+    bool nameFirst = below(4) == 0;
+    std::string place = nameFirst ? anyCase(field.name) : "";
+    sectionNames(type, section, target);
+    if (!nameFirst) place = anyCase(field.name);
+    assign();
+    bool list = target.path != 0 && below(3) == 0;
+    if (list) put("{");
+    for (size_t i = list ? below(4) : 1; i > 0; --i) {
+      content.fields += field.name + printPlace(target) + '=' + value(field.type) + place + ' ';
+    }
+    if (list) word("}");
+    return field.type == 'X';
+  }
+
+  void nodes(Content& content, const Type& type, const Section& section, unsigned depth) {
+    const Section& target = *oneOf(reach(type, section));
+    if (!target.holdsNodes) return void(word("comment \"none\""));
+    sectionNames(type, section, target);
+    std::string place = anyCase("NODE");
+    std::string id = below(4) ? std::to_string(below(100)) : "";
+    if (below(4) != 0) {
+      content.objects += object("NODE", id, printPlace(target), NODE, depth + 1) + ' ';
+      return;
+    }
+    assign();
+    word("defaults {");
+    Content group;
+    for (size_t i = below(4); i > 0; --i) namedField(group, NODE, NODE[0]);
+    for (size_t i = below(4); i > 0; --i) {
+      word("node");
+      group.objects += object("NODE", id, printPlace(target), NODE, depth + 1) + ' ';
+    }
+    word("}");
+    content.objects += "NODE:defaults" + printPlace(target) + place + '{' + group.all() + "} ";
+  }
+
+  void unchecked(Content& content, const Section& section) {
+    static const std::vector<std::string> NAMES{"WIDTH", "NODE", "LAYOUT", "SKIP", "LEFT", "NEW", "_"};
+    for (size_t i = below(5); i > 0; --i) {
+      const std::string& name = oneOf(NAMES);
+      std::string place = anyCase(name);
+      assign();
+      content.fields += name + printPlace(section) + "?!=" + value("IRS"[below(3)]) + place + ' ';
+    }
+  }
+
+  std::mt19937 random_;
+  int line_ = 1;
+  int column_ = 0;
+};
+
+const RandomDocument::Type RandomDocument::GRAPH = {
+    {"",
+     0,
+     {{"WIDTH", 'I'},
+      {"SCALE", 'R'},
+      {"LABEL", 'S'},
+      {"VISIBLE", 'B'},
+      {"SIDE", 'E'},
+      {"SOURCE", 'O'},
+      {"ADDRESS", 'P'},
+      {"DATA", 'X'}},
+     true},
+    {"LAYOUT", 0x1, {{"SPACING", 'I'}, {"BENDS", 'I'}}, true},
+    {"HORIZONTAL", 0x11, {{"SPACING", 'I'}, {"GAP", 'R'}}, false},
+    {"DEEP", 0x111, {{"SPACING", 'I'}, {"NOTE", 'S'}}, false},
+    {"VERTICAL", 0x21, {{"SPACING", 'I'}, {"GAP", 'I'}}, false},
+    {"EXTRA", 0x2, {{"SPACING", 'I'}}, false},
+    {"HORIZONTAL", 0x12, {{"ONLY", 'I'}}, false}};
+const RandomDocument::Type RandomDocument::NODE = {{"", 0, {{"X", 'I'}, {"Y", 'I'}, {"PEER", 'O'}}, true},
+                                                   {"LAYOUT", 0x1, {{"SPACING", 'I'}}, true}};
+
+TEST(OMLParser, BuildsTheTreesOfRandomDocuments) {
+  for (unsigned seed = 0; seed < 1500 && !testing::Test::HasFailure(); ++seed) {
+    SCOPED_TRACE(seed);
+    RandomDocument document(seed);
+    expectTree("random.oml", document.text, document.tree);
+  }
+}
+
+// ---- Nesting and length
+
+std::string repeat(const std::string& piece, int times) {
+  std::string text;
+  for (int i = 0; i < times; ++i) text += piece;
+  return text;
+}
+
+TEST(OMLParser, StopsAtTheBracketThatNestsTooDeep) {
+  ZVOMLFileProbe file;
+  file.maxNumberOfErrors(1 << 20);
+  auto read = [&](const std::string& text) {
+    writeFile("deep.oml", text);
+    file.readOMLFile("deep.oml", &sampleGrammar(), nullptr, -1, 0, 0, 0);
+    std::string messages = file.messages();
+    return messages.substr(std::min(messages.find("Fatal"), messages.size()));
+  };
+  const char* expected = "Fatal error #012 (deep.oml:1001:6) memory exhausted !\n";
+  EXPECT_EQ(read("graph{\n" + repeat("node {\n", 100000)), expected);
+  EXPECT_EQ(read("graph{\n" + repeat("node:{\n", 1000) + repeat("}", 1001)), expected);
+  EXPECT_EQ(read("graph{ layout{\n\n" + repeat("     {\n", 100000)), expected);
+  // Here the reader never sees more than three open brackets: the values take the closing ones away.
+  EXPECT_EQ(read("graph{\n" + repeat("node {x}\n", 100000)), expected);
+  // At the limit, and beyond it in what is skipped.
+  EXPECT_EQ(read("graph{" + repeat("node{", 999) + "skip{" + repeat("{", 2000) + repeat("}", 3001)), "");
+  EXPECT_EQ(file.numberOfErrors(), 0);
+}
+
+TEST(OMLParser, ReadsAMillionSiblingsInALine) {
+  const int count = 1000000;
+  writeFile("long.oml",
+            "graph{" + repeat("node{x 7}", count) + "layout{bends{" + repeat("1 ", count) + "}}}");
+  ZVOMLFileProbe file;
+  file.parseTree("long.oml", sampleGrammar(), [&](const ZVOMLSyntaxObject* root) {
+    ASSERT_NE(root, nullptr) << file.messages();
+    const ZVOMLSyntaxObject* graph = root->pObjectList()->pObject;
+    int objects = 0;
+    for (ZVOMLSyntaxObjectIter iter(graph); iter; iter++) objects += iter.pObject()->pFieldList() != nullptr;
+    EXPECT_EQ(objects, count);
+    int fields = 0;
+    for (ZVOMLSyntaxFieldIter iter(graph); iter; iter++) fields += iter.pField()->intValue();
+    EXPECT_EQ(fields, count);
+  });
+}
+
+// ---- Sections and their paths
+
+uint32_t lowDigits(int count) { return count == 0 ? 0 : 0xffffffffU >> (32 - 4 * count); }
+uint32_t digitAt(uint32_t path, int place) { return path >> (4 * place) & 15; }
+
+// The sections of an object type, made up at random: as rows of a grammar, and as a plain list in the order
+// in which a search meets them, depth first with the newest sibling first.
+struct RandomSections {
+  struct Section {
+    uint32_t path = 0;
+    int depth = 0;
+    int name = -1;
+    std::vector<int> fields;
+  };
+  std::vector<Section> sections;
+  std::string rows = "O type; {; F f0 I; F f1 I; F f2 I;";
+
+  RandomSections(std::mt19937& random, int deepest) {
+    sections = grow(random, Section{}, deepest);
+    rows += "};";
+  }
+
+  std::vector<Section> grow(std::mt19937& random, const Section& parent, int deepest) {
+    std::vector<int> names{0, 1, 2, 3};
+    std::shuffle(names.begin(), names.end(), random);
+    std::vector<Section> all;
+    size_t count = parent.depth == deepest ? 0 : deepest > 4 ? 1 + random() % 2 : random() % 4;
+    for (size_t i = 1; i <= count; ++i) {
+      Section one{
+          parent.path | static_cast<uint32_t>(i) << (4 * parent.depth), parent.depth + 1, names[i - 1], {}};
+      rows += "S s" + std::to_string(one.name) + "; {;";
+      for (int field = 0; field < 3; ++field) {
+        if (random() % 2) continue;
+        one.fields.push_back(field);
+        rows += "F f" + std::to_string(field) + " I;";
+      }
+      std::vector<Section> inner = grow(random, one, deepest);
+      rows += "};";
+      all.insert(all.begin(), inner.begin(), inner.end());
+      all.insert(all.begin(), one);
+    }
+    return all;
+  }
+
+  std::unique_ptr<ZVOMLStatic> compile() const {
+    static constexpr const char* TYPES[] = {"type", nullptr};
+    static constexpr const char* NAMES[] = {"s0", "s1", "s2", "s3", nullptr};
+    return compileRows(TYPES, NAMES, nullptr, rows, 8);
+  }
+
+  // The path of a section, some digits turned into wildcards; 0 if there are no sections.
+  uint32_t randomPath(std::mt19937& random) const {
+    uint32_t path = sections.empty() ? 0 : sections[random() % sections.size()].path;
+    for (int place = 0; place < 8; ++place) {
+      if (digitAt(path, place) != 0 && random() % 3 == 0) path |= uint32_t{15} << (4 * place);
+    }
+    return path;
+  }
+
+  static bool matches(const Section& one, uint32_t path) {
+    int place = 0;
+    for (; place < 8 && digitAt(path, place) != 0; ++place) {
+      if (digitAt(path, place) != 15 && digitAt(path, place) != digitAt(one.path, place)) return false;
+    }
+    return place == one.depth;
+  }
+};
+
+TEST(OMLParser, ExtendsSectionPathsAsFarAsAllMatchesAgree) {
+  ZVOMLFileProbe file;
+  for (unsigned seed = 0; seed < 200 && !testing::Test::HasFailure(); ++seed) {
+    std::mt19937 random(seed);
+    RandomSections model(random, seed % 4 == 0 ? 8 : 4);
+    std::unique_ptr<ZVOMLStatic> grammar = model.compile();
+    for (int query = 0; query < 50; ++query) {
+      uint32_t path = random() % 8 == 0 ? 0 : model.randomPath(random);
+      int name = static_cast<int>(random() % 5) - 1;
+      const std::string nameText = name < 0 ? std::string("_") : std::string("S") + std::to_string(name);
+
+      std::vector<RandomSections::Section> places;
+      if (path == 0) places.emplace_back();
+      for (const auto& one : model.sections) {
+        if (path != 0 && RandomSections::matches(one, path)) places.push_back(one);
+      }
+      int depth = places.empty() ? 0 : places[0].depth;
+      std::set<uint32_t> direct;
+      std::set<uint32_t> unique;
+      for (const auto& place : places) {
+        std::vector<uint32_t> found;
+        for (const auto& one : model.sections) {
+          if (one.name != name || one.depth <= depth || (one.path & lowDigits(depth)) != place.path) continue;
+          found.push_back(one.path & ~lowDigits(depth));
+          if (one.depth == depth + 1) direct.insert(found.back());
+        }
+        if (found.size() == 1) unique.insert(found[0]);
+      }
+      uint32_t expected = path;
+      std::string message;
+      if (name < 0 && depth < 8) {
+        expected |= uint32_t{15} << (4 * depth);
+      } else if (direct.size() == 1) {
+        expected |= *direct.begin();
+      } else if (unique.size() == 1) {
+        expected |= *unique.begin();
+      } else if (path == 0) {
+        message = "35 1:1 " + nameText + " TYPE";
+      } else if (places.size() == 1) {
+        message = "36 1:1 " + nameText + " S" + std::to_string(places[0].name) + " TYPE";
+      } else {
+        message = "37 1:1 " + nameText + " TYPE";
+      }
+      std::string given;
+      EXPECT_EQ(file.sectionPath(*grammar, 1, path, nameText.c_str(), given), expected) << seed;
+      EXPECT_EQ(given, fullMessages(message.c_str())) << seed;
+    }
+  }
+}
+
+// One turn of the field iterator.
+struct Turn {
+  const ZVOMLSyntaxField* field;
+  const ZVOMLDefField* definition;
+  int32_t section;
+  uint32_t path;
+  bool operator==(const Turn&) const = default;
+};
+
+Turn turnOf(const ZVOMLSyntaxField* field) {
+  return {field, field->pDefField(), field->sectionIDIndex(), field->sectionPathIndex()};
+}
+
+// An object with fields of every kind and up to two lists of defaults, and the turns that its iteration has
+// to take.
+struct RandomFields {
+  std::mt19937 random;
+  RandomSections model;
+  std::unique_ptr<ZVOMLStatic> grammar = model.compile();
+  ZVOMLDefObjType* type = ZVOMLFileProbe().definition(*grammar, 1);
+  ZVOMLSyntaxObject object{nullptr, 0, 0, 0, 1, -1, -1, 0, type};
+  ZVOMLSyntaxObject defaults[2] = {{nullptr, 0, 0, 0, 1, 0, -1, 0, type},
+                                   {nullptr, 0, 0, 0, 1, 0, -1, 0, type}};
+  std::vector<std::pair<ZVOMLSyntaxField*, uint32_t>> wildcards;
+  std::vector<Turn> expected;
+
+  explicit RandomFields(unsigned seed) : random(seed), model(random, 4) {
+    for (ZVOMLSyntaxObject* owner : {&defaults[0], &defaults[1], &object}) {
+      for (size_t i = random() % 6; i > 0; --i) owner->addField(newField());
+      for (auto* cell = owner->pFieldList(); cell; cell = cell->pNext) addTurns(cell->pField);
+    }
+    object.addDefaultList(defaults[1].pFieldList());
+    object.addDefaultList(defaults[0].pFieldList());
+  }
+
+  ZVOMLSyntaxField* newField() {
+    auto name = static_cast<int32_t>(7 + random() % 3);
+    uint32_t path = model.randomPath(random);
+    auto make = [&](int32_t section, uint32_t place, ZVOMLDefField* definition, int unchecked) {
+      return new ZVOMLSyntaxField(nullptr, 0, 0, 0, name, section, place, nullptr, definition, unchecked);
+    };
+    size_t kind = random() % 4;
+    if (kind == 0 || path == 0) return make(-1, 0, type->findField(name), 0);
+    if (kind == 1) return make(9, path, nullptr, 1);
+    wildcards.emplace_back(make(1, path, nullptr, 0), path);
+    return wildcards.back().first;
+  }
+
+  void addTurns(const ZVOMLSyntaxField* field) {
+    if (field->pDefField() || field->inUncheckedSection()) return expected.push_back(turnOf(field));
+    for (const auto& one : model.sections) {
+      if (!RandomSections::matches(one, field->sectionPathIndex())) continue;
+      if (std::count(one.fields.begin(), one.fields.end(), field->fieldIDIndex() - 7) == 0) continue;
+      expected.push_back(
+          {field, type->findSectionPath(one.path)->findField(field->fieldIDIndex()), one.name + 2, one.path});
+    }
+  }
+};
+
+TEST(OMLFieldIterator, GivesEachFieldOnceForEverySectionThatItMeans) {
+  for (unsigned seed = 0; seed < 2000 && !testing::Test::HasFailure(); ++seed) {
+    SCOPED_TRACE(seed);
+    RandomFields fields(seed);
+    for (int round = 0; round < 2; ++round) {
+      std::vector<Turn> turns;
+      ZVOMLSyntaxFieldIter iter(&fields.object);
+      for (; iter; ++iter) turns.push_back(turnOf(iter.pField()));
+      EXPECT_TRUE(turns == fields.expected);
+      EXPECT_EQ(iter.pField(), nullptr);
+      for (const auto& [field, path] : fields.wildcards) {
+        EXPECT_EQ(field->pDefField(), nullptr);
+        EXPECT_EQ(field->sectionPathIndex(), path);
+      }
+    }
+    // A search stops at the first turn that fits, and leaves the field bound to its section.
+    std::mt19937 random(seed);
+    const Turn wanted = fields.expected.empty() ? Turn{} : fields.expected[random() % fields.expected.size()];
+    auto name = static_cast<int32_t>(7 + random() % 3);
+    int32_t section = random() % 3 ? wanted.section : -1;
+    bool byPath = random() % 2;
+    auto turn = std::find_if(fields.expected.begin(), fields.expected.end(), [&](const Turn& one) {
+      bool placed = byPath ? one.path == wanted.path : section == -1 || one.section == section;
+      return placed && one.field->fieldIDIndex() == name;
+    });
+    const ZVOMLSyntaxField* found = byPath ? fields.object.searchUniqueField(name, wanted.path)
+                                           : fields.object.searchField(name, section);
+    ASSERT_EQ(found, turn == fields.expected.end() ? nullptr : turn->field);
+    if (found) {
+      EXPECT_TRUE(turnOf(found) == *turn);
+    }
+  }
+}
+
+// ---- Nodes
+
+TEST(OMLSyntaxObject, KeepsItsListsWholeThroughChangesAndMerges) {
+  static int alive;
+  struct Counted : ZVOMLSyntaxObject {
+    Counted() : ZVOMLSyntaxObject(nullptr, 0, 0, 0, 1, -1, -1, 0, nullptr) { ++alive; }
+    ~Counted() override { --alive; }
+  };
+  alive = 0;
+  std::mt19937 random(5);
+  ZVOMLSyntaxFieldList lists[3] = {ZVOMLSyntaxFieldList(nullptr), ZVOMLSyntaxFieldList(nullptr),
+                                   ZVOMLSyntaxFieldList(nullptr)};
+  for (int round = 0; round < 200; ++round) {
+    // Two objects, and their sub-objects, fields and defaults as they should be.
+    Counted objects[2];
+    std::vector<const void*> expected[2][3];
+    for (int step = 0; step < 30; ++step) {
+      const size_t which = random() % 2;
+      Counted& object = objects[which];
+      auto& [children, fields, defaults] = expected[which];
+      switch (random() % 7) {
+        case 0:
+        case 1:
+          object.addObject(new Counted);
+          children.push_back(object.pObjectListEnd()->pObject);
+          break;
+        case 2:
+          object.addField(new ZVOMLSyntaxField(nullptr, 0, 0, 0, 1, -1, 0, nullptr, nullptr, 0));
+          fields.push_back(object.pFieldListEnd()->pField);
+          break;
+        case 3:
+          defaults.insert(defaults.begin(), &lists[random() % 3]);
+          object.addDefaultList(static_cast<ZVOMLSyntaxFieldList*>(const_cast<void*>(defaults[0])));
+          object.addDefaultList(nullptr);
+          break;
+        case 4:
+        case 5: {
+          ZVOMLSyntaxObjectList* previous = nullptr;
+          size_t place = children.empty() ? 0 : random() % children.size();
+          for (size_t i = 0; i < place; ++i) previous = previous ? previous->pNext : object.pObjectList();
+          object.deleteObjectItem(previous);
+          if (!children.empty()) children.erase(children.begin() + static_cast<std::ptrdiff_t>(place));
+          break;
+        }
+        default:
+          object.append(&objects[1 - which]);
+          for (int kind = 0; kind < 3; ++kind) {
+            auto& from = expected[1 - which][kind];
+            expected[which][kind].insert(expected[which][kind].end(), from.begin(), from.end());
+            from.clear();
+          }
+      }
+      for (int i = 0; i < 2; ++i) {
+        std::vector<const void*> found[3];
+        for (ZVOMLSyntaxObjectIter iter(&objects[i]); iter; ++iter) {
+          EXPECT_EQ(iter.pObject()->pOwnerObject(), &objects[i]);
+          found[0].push_back(iter.pObject());
+        }
+        for (auto* cell = objects[i].pFieldList(); cell; cell = cell->pNext) found[1].push_back(cell->pField);
+        for (auto* cell = objects[i].pDefaultList(); cell; cell = cell->pNext)
+          found[2].push_back(cell->pFieldList);
+        for (int kind = 0; kind < 3; ++kind) EXPECT_EQ(found[kind], expected[i][kind]);
+      }
+    }
+    EXPECT_EQ(static_cast<size_t>(alive), 2 + expected[0][0].size() + expected[1][0].size());
+  }
+  EXPECT_EQ(alive, 0);
+}
+
+TEST(OMLSyntaxField, ShowsItsValueInEveryView) {
+  writeFile(
+      "views.oml",
+      "graph 1 { width 70000 scale 1.5 label \"text\" side right visible true address 1.2.3.4 data 0x00ff "
+      "source 2 layout _ spacing 9 node 2 { } node 3 { x 1 } }");
+  ZVOMLFileProbe file;
+  const ZVOMLSyntaxObject* graph = nullptr;
+  file.parseTree("views.oml", sampleGrammar(), [&](const ZVOMLSyntaxObject* root) {
+    ASSERT_NE(root, nullptr) << file.messages();
+    graph = root->pObjectList()->pObject;
+    auto field = [&](const char* name) { return graph->searchField(name, nullptr); };
+    std::string types;
+    for (const char* name : {"width", "scale", "label", "side", "data", "address"}) {
+      types += std::to_string(field(name)->valueType());
+    }
+    EXPECT_EQ(types, "012346");
+    EXPECT_EQ(field("WIDTH")->longValue(), 70000);
+    EXPECT_EQ(field("width")->intValue(), 70000);
+    EXPECT_EQ(field("width")->shortValue(), 4464);
+    EXPECT_EQ(field("scale")->doubleValue(), 1.5);
+    EXPECT_EQ(field("scale")->floatValue(), 1.5F);
+    EXPECT_STREQ(field("label")->stringValue(), "text");
+    EXPECT_EQ(field("side")->enumValue(), 20);
+    EXPECT_EQ(field("visible")->boolValue(), 1);
+    EXPECT_EQ(field("address")->ipbytesValue(), 0x01020304U);
+    EXPECT_EQ(field("data")->pBinValue()->length(), 2);
+    EXPECT_EQ(field("source")->objectTypeIndex(), -1);  // addresses come in the next phase
+    EXPECT_STREQ(field("source")->objectTypeString(), "");
+    EXPECT_EQ(field("source")->objectValue(), nullptr);
+    EXPECT_EQ(graph->searchField("spacing", "layout"), nullptr);
+    EXPECT_EQ(graph->searchField("spacing", "nowhere"), nullptr);
+    EXPECT_EQ(graph->searchField("nothing", nullptr), nullptr);
+    const ZVOMLSyntaxField* spacing = graph->searchField("spacing", "horizontal");
+    ASSERT_NE(spacing, nullptr);
+    EXPECT_STREQ(spacing->sectionString(), "HORIZONTAL");
+    EXPECT_STREQ(graph->nameString(), "1");
+  });
+  // After the run the numbers stay and the texts are gone.
+  ASSERT_NE(graph, nullptr);
+  EXPECT_STREQ(graph->nameString(), "");
+  EXPECT_EQ(graph->object(), nullptr);
+  EXPECT_EQ(graph->pFieldList()->pField->longValue(), 70000);
+  EXPECT_STREQ(graph->searchField("label", nullptr)->stringValue(), "");
+
+  ZVOMLSyntaxField empty(nullptr, 0, 0, 0, 1, -1, 0, nullptr, nullptr, 0);
+  EXPECT_EQ(empty.valueType(), ZV_OML_VALUE_OTHER);
+  EXPECT_EQ(empty.doubleValue() + empty.longValue() + empty.enumValue(), 0);
+  EXPECT_STREQ(empty.stringValue(), "");
+  EXPECT_EQ(empty.objectValue(), nullptr);
+}
+
+}  // namespace
