@@ -376,7 +376,7 @@ class RandomDocument {
         const Field& field = section.fields[number - 1];
         std::string place;
         std::string printed = value(field.type, &place);
-        content.fields += field.name + printPlace(section) + '=' + printed + place + ' ';
+        content.fields.append(field.name + printPlace(section)).append('=' + printed).append(place + ' ');
         afterBytes = field.type == 'X';
       } else if (kind < 8) {
         afterBytes = namedField(content, type, section);
@@ -451,7 +451,7 @@ class RandomDocument {
       const std::string& name = oneOf(NAMES);
       std::string place = anyCase(name);
       assign();
-      content.fields += name + printPlace(section) + "?!=" + value("IRS"[below(3)]) + place + ' ';
+      content.fields.append(name + printPlace(section)).append("?!=" + value("IRS"[below(3)]) + place + ' ');
     }
   }
 

@@ -243,7 +243,7 @@ void ZVOMLFile::parseField(int32_t file, std::unique_ptr<ZVOMLToken> nameToken, 
     internalErrorMessage(file, nameToken.get(), MEMORY_EXHAUSTED, nullptr, nullptr, nullptr, 1);
     return;
   }
-  value.release();  // the field has it now
+  static_cast<void>(value.release());  // the field has it now
   object->addField(field);
 }
 
@@ -286,7 +286,7 @@ int ZVOMLFile::isSkipSection(int32_t section) const {
 uint32_t ZVOMLFile::extendSectionPath(int32_t file, ZVOMLToken* token, int32_t objType, uint32_t path) {
   int32_t section = token->longValue();
   if (isSkipSection(section)) return path;
-  int usedBits = (std::bit_width(path) + 3) / 4 * 4;
+  int usedBits = (static_cast<int>(std::bit_width(path)) + 3) / 4 * 4;
   if (section == WILDCARD_SECTION && usedBits < 32) return path | (uint32_t{15} << usedBits);
 
   Matches matches;
@@ -426,8 +426,8 @@ void ZVOMLFile::checkFieldType(ZVOMLDefField* field, ZVOMLToken* value) {
 int ZVOMLFile::checkSomething(ZVOMLToken* token, ZVOMLTokenTagEnum tag, const char* what) {
   if (hasTag(token, tag)) return 1;
   if (isIdentifier(token)) {
-    internalErrorMessage(tokenFile_, token, UNEXPECTED_IDENTIFIER, decodeIdeToken(token), nullptr,
-                         nullptr, 0);
+    internalErrorMessage(tokenFile_, token, UNEXPECTED_IDENTIFIER, decodeIdeToken(token), nullptr, nullptr,
+                         0);
   } else {
     internalErrorMessage(tokenFile_, token, KIND_EXPECTED, what, nullptr, nullptr, 0);
   }
@@ -457,11 +457,10 @@ int ZVOMLFile::checkBinVal(ZVOMLToken* token) {
 int ZVOMLFile::checkBool(ZVOMLToken* token) {
   if (hasTag(token, ZV_OML_VALUE_ID) && (token->longValue() == 0 || token->longValue() == 1)) return 1;
   if (isIdentifier(token)) {
-    internalErrorMessage(tokenFile_, token, UNEXPECTED_IDENTIFIER, decodeIdeToken(token), nullptr,
-                         nullptr, 0);
+    internalErrorMessage(tokenFile_, token, UNEXPECTED_IDENTIFIER, decodeIdeToken(token), nullptr, nullptr,
+                         0);
   }
-  internalErrorMessage(tokenFile_, token, KIND_EXPECTED, getStringResource(BOOL_TEXT), nullptr, nullptr,
-                       0);
+  internalErrorMessage(tokenFile_, token, KIND_EXPECTED, getStringResource(BOOL_TEXT), nullptr, nullptr, 0);
   return 0;
 }
 

@@ -41,14 +41,6 @@ int16_t column(int position) {
 ZVOMLSyntaxStruct::ZVOMLSyntaxStruct(ZVOMLFile* file, int32_t line, int position, int32_t fileNameIndex)
     : file_(file), fileNameIndex_(fileNameIndex), line_(line), position_(column(position)) {}
 
-ZVOMLSyntaxStruct& ZVOMLSyntaxStruct::operator=(const ZVOMLSyntaxStruct& other) {
-  file_ = other.file_;
-  fileNameIndex_ = other.fileNameIndex_;
-  line_ = other.line_;
-  position_ = other.position_;
-  return *this;
-}
-
 ZV_DEFINE_MIRROR(ZVOMLSyntaxStruct)
 
 ZVOMLSyntaxObjectList::~ZVOMLSyntaxObjectList() {

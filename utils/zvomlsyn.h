@@ -34,7 +34,7 @@ class ZV_EXPORT ZVOMLSyntaxStruct : public ZVObject {
   ZVOMLSyntaxStruct(ZVOMLFile* file, int32_t line, int position, int32_t fileNameIndex);
   // Memberwise.
   ZVOMLSyntaxStruct(const ZVOMLSyntaxStruct& other) = default;
-  ZVOMLSyntaxStruct& operator=(const ZVOMLSyntaxStruct& other);
+  ZVOMLSyntaxStruct& operator=(const ZVOMLSyntaxStruct& other) = default;
 
   int32_t line() const { return line_; }
   int position() const { return position_; }

@@ -17,6 +17,7 @@ inline std::unique_ptr<ZVOMLStatic> compileRows(const char* const* types, const 
     rows.push_back(text.substr(start, end - start));
   }
   std::vector<const char*> table;
+  table.reserve(rows.size() + 1);
   for (const std::string& row : rows) table.push_back(row.c_str());
   table.push_back(nullptr);
   return std::make_unique<ZVOMLStatic>(types, sections, values, table.data(), poolSize, poolSize, poolSize,
