@@ -1,4 +1,5 @@
-// Every library class that has a mirror class of its own, and how to make an object of it.
+// Every library class that has a mirror class, and how to make an object of it. Where two lines have one
+// name, classes share a mirror class.
 #ifndef ZV_TESTS_MIRRORED_H
 #define ZV_TESTS_MIRRORED_H
 
@@ -34,11 +35,21 @@ inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVDouble", made<ZVDouble>, true},
     {"ZVErrorMsg", made<ZVErrorMsg>, true},
     {"ZVFile", made<ZVFile>, true},
+    {"ZVIUserFieldDListSort", made<ZVIUserFieldDListSort>, false},
+    {"ZVIUserFieldSListSort", made<ZVIUserFieldSListSort>, false},
     {"ZVIndexHashTable", made<ZVIndexHashTable>, true},
     {"ZVInt", made<ZVInt>, true},
     {"ZVLong", made<ZVLong>, true},
     {"ZVMemAddressDListSort", made<ZVMemAddressDListSort>, false},
+    {"ZVOMLBinValue", made<ZVOMLBinValue>, true},
+    {"ZVOMLFile", made<ZVOMLFile>, false},
+    {"ZVOMLObject", made<ZVOMLObject>, true},
     {"ZVOMLStatic", made<ZVOMLStatic, nullptr, nullptr, nullptr, nullptr>, false},
+    {"ZVOMLSyntaxFieldIter", made<ZVOMLSyntaxFieldIter>, false},
+    {"ZVOMLSyntaxObjectIter", made<ZVOMLSyntaxObjectIter>, false},
+    {"ZVOMLSyntaxStruct", made<ZVOMLSyntaxStruct, nullptr, 0, 0, 0>, false},
+    {"ZVOMLSyntaxStruct", made<ZVOMLSyntaxField, nullptr, 0, 0, 0, 0, 0, 0U, nullptr, nullptr, 0>, false},
+    {"ZVOMLSyntaxStruct", made<ZVOMLSyntaxObject, nullptr, 0, 0, 0, 0, 0, 0, 0U, nullptr>, false},
     {"ZVObjectWithID", made<ZVObjectWithID>, true},
     {"ZVPerMil", made<ZVPerMil>, true},
     {"ZVPoint", made<ZVPoint>, true},
