@@ -23,10 +23,13 @@ constexpr int32_t LONGEST_LINE = 1 << 30;
 
 bool fitsNameBlock(const char* name) { return name && std::memchr(name, '\0', NAME_BLOCK_SIZE); }
 
+// The text, its NUL included, may lie over the target.
+void copyText(char* target, const char* text) { std::memmove(target, text, std::strlen(text) + 1); }
+
 // The name may lie inside the block. One that does not fit leaves the block empty.
 void fillNameBlock(char* block, const char* name) {
-  if (fitsNameBlock(name)) {
-    std::memmove(block, name, std::strlen(name) + 1);
+  if (name && fitsNameBlock(name)) {
+    copyText(block, name);
   } else {
     block[0] = '\0';
   }
@@ -456,7 +459,7 @@ int ZVFile::fileExist(const char* name) {
 int ZVFile::renameUnique(char* name) {
   if (!fitsNameBlock(name)) return 0;
   char base[NAME_BLOCK_SIZE];
-  std::strcpy(base, name);
+  copyText(base, name);
   char* point = std::strrchr(base, '.');
   const char* extension = point ? point + 1 : "";
   if (point) *point = '\0';
@@ -464,7 +467,7 @@ int ZVFile::renameUnique(char* name) {
     char candidate[2 * NAME_BLOCK_SIZE];
     std::snprintf(candidate, sizeof candidate, "%s%d.%s", base, i, extension);
     if (!fitsNameBlock(candidate)) return 0;
-    std::strcpy(name, candidate);
+    copyText(name, candidate);
     if (i < 999 && !fileExist(name)) return 1;
   }
   return 0;
@@ -474,12 +477,12 @@ void ZVFile::separatePathFromFile(const char* fullName, char* fileName, char* pa
   if (!fitsNameBlock(fullName) || !fileName || !pathName) return;
   // The results may lie over the argument.
   char name[NAME_BLOCK_SIZE];
-  std::strcpy(name, fullName);
+  copyText(name, fullName);
   int separator = searchForToken(name, "/\\:", '-');
-  std::strcpy(fileName, name + separator + 1);
+  copyText(fileName, name + separator + 1);
   if (separator < 0) return;
   name[separator + 1] = '\0';
-  std::strcpy(pathName, name);
+  copyText(pathName, name);
 }
 
 int zvInternalOpenAppend(const char* name, ZVByteOrderEnum*) { return openForAppending(name); }

@@ -1,6 +1,7 @@
 #include "utils/zvstrpoo.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -14,6 +15,16 @@ namespace {
 // A pool starts small and takes larger blocks as it grows.
 constexpr size_t FIRST_BLOCK = 1024;
 constexpr size_t LARGEST_BLOCK = 65536;
+
+// What each byte adds to a hash: its upper case, taken as a signed byte, less the digit 0.
+constexpr std::array<int16_t, 256> WEIGHTS = [] {
+  std::array<int16_t, 256> table{};
+  for (int i = 0; i < 256; ++i) {
+    int upper = i < 128 ? zvascii::toUpper(static_cast<char>(i)) : i - 256;
+    table[static_cast<size_t>(i)] = static_cast<int16_t>(upper - '0');
+  }
+  return table;
+}();
 
 size_t roundedUp(size_t size) {
   constexpr size_t STEP = alignof(ZVStringPoolHash);
@@ -141,9 +152,9 @@ int32_t ZVStringPool::hash(const char* text) const {
   const int32_t size = hashTableSize_;
   int32_t value = 0;
   for (; *text; ++text) {
-    int32_t letter = static_cast<signed char>(zvascii::UPPER[static_cast<unsigned char>(*text)]);
-    value = static_cast<int32_t>(static_cast<uint32_t>(value) * 29U + static_cast<uint32_t>(letter - 48));
-    value %= size;
+    uint32_t sum = static_cast<uint32_t>(value) * 29U;
+    sum += static_cast<uint32_t>(WEIGHTS[static_cast<unsigned char>(*text)]);
+    value = static_cast<int32_t>(sum) % size;
   }
   return value < 0 ? -value : value;
 }
