@@ -40,6 +40,7 @@
 #include "utils/zvresl.h"
 #include "utils/zvreslit.h"
 #include "utils/zvrorect.h"
+#include "utils/zvshape.h"
 #include "utils/zvsides.h"
 #include "utils/zvsize.h"
 #include "utils/zvslist.h"
