@@ -30,6 +30,7 @@
 #include "utils/zvpermil.h"
 #include "utils/zvplatfo.h"
 #include "utils/zvpoint.h"
+#include "utils/zvpolygo.h"
 #include "utils/zvptdl.h"
 #include "utils/zvptdlit.h"
 #include "utils/zvptsl.h"

@@ -59,6 +59,7 @@ inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVPointSList", made<ZVPointSList>, true},
     {"ZVPointSListIter", made<ZVPointSListIter>, false},
     {"ZVPointSListSort", made<ZVPointSListSort>, false},
+    {"ZVPolygon", made<ZVPolygon, nullptr>, true},
     {"ZVRect", made<ZVRect>, true},
     {"ZVRectDList", made<ZVRectDList>, true},
     {"ZVRectDListIter", made<ZVRectDListIter>, false},
