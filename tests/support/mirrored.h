@@ -70,6 +70,7 @@ inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVSListCell", made<ZVSListCell>, false},
     {"ZVSListIter", made<ZVSListIter>, false},
     {"ZVSListSort", made<ConcreteSort<ZVSListSort, ZVSListCell>>, false},
+    {"ZVShape", made<ZVShape>, true},
     {"ZVSize", made<ZVSize>, true},
     {"ZVStringHandle", made<ZVStringHandle>, true},
     {"ZVStringPool", made<ZVStringPool>, true},
