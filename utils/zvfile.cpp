@@ -1,6 +1,8 @@
 #include "utils/zvfile.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <limits>
@@ -49,13 +51,26 @@ bool writesText(ZVFileModeEnum mode) {
   return marksEnd(mode) || mode == ZV_FILE_READ_WRITE || mode == ZV_FILE_APPEND;
 }
 
+// Whether one of eight bytes is CR or below: the byte wraps around, and had its top bit clear before.
+bool mayEndLine(const char* bytes) {
+  constexpr uint64_t EACH = 0x0101010101010101U;
+  uint64_t word = 0;
+  std::memcpy(&word, bytes, sizeof word);
+  return ((word - EACH * ('\r' + 1)) & ~word & EACH * 0x80) != 0;
+}
+
 // The first LF, CR or NUL of first..last, or last.
 const char* findLineEnd(const char* first, const char* last) {
-  for (; first != last; ++first) {
-    auto c = static_cast<unsigned char>(*first);
-    if (c <= '\r' && (c == '\n' || c == '\r' || c == '\0')) break;
+  while (first != last) {
+    if (last - first >= 8 && !mayEndLine(first)) {
+      first += 8;
+      continue;
+    }
+    for (const char* stop = first + std::min<std::ptrdiff_t>(last - first, 8); first != stop; ++first) {
+      if (*first == '\n' || *first == '\r' || *first == '\0') return first;
+    }
   }
-  return first;
+  return last;
 }
 
 int openForAppending(const char* name) {
@@ -283,10 +298,7 @@ ZVFileCodeEnum ZVFile::readBufferedString(ZVStringHandle& text) {
     auto count = static_cast<int>(last - first);
     if (length > LONGEST_LINE - run) return ZV_FILE_READ_ERROR;
     length += count;
-    char* end = text.obtainAppendBuffer(count + 1);
-    std::memcpy(end, first, static_cast<size_t>(count));
-    end += count;
-    *end = '\0';
+    text.append(first, count);
     takeBuffered(count);
     if (count == run) continue;
 
@@ -297,8 +309,7 @@ ZVFileCodeEnum ZVFile::readBufferedString(ZVStringHandle& text) {
       return length > 0 ? ZV_FILE_OK : ZV_FILE_READ_ERROR;
     }
     if (lookAheadBufferedChar() == (c == '\n' ? '\r' : '\n')) nextBufferedChar();
-    end[0] = '\n';
-    end[1] = '\0';
+    text.appendChar('\n');
     return ZV_FILE_OK;
   }
   return length > 0 && endOfFile() ? ZV_FILE_OK : ZV_FILE_READ_ERROR;
@@ -490,6 +501,7 @@ int zvInternalOpenAppend(const char* name, ZVByteOrderEnum*) { return openForApp
 int zvInternalOpenAppendBin(const char* name) { return openForAppending(name); }
 
 int zvInternalWrite(int handle, ZVByteOrderEnum*, const char* text) {
+  if (!text) return 0;
   for (size_t left = std::strlen(text); left > 0;) {
     auto count = std::min(left, static_cast<size_t>(std::numeric_limits<int32_t>::max()));
     if (zvplatform::writeFile(handle, text, static_cast<int32_t>(count)) == -1) return 0;

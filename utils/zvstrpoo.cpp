@@ -26,6 +26,16 @@ constexpr std::array<int16_t, 256> WEIGHTS = [] {
   return table;
 }();
 
+int32_t weightOf(char c) { return WEIGHTS[static_cast<unsigned char>(c)]; }
+
+constexpr uint32_t FACTOR = 29;
+// 2 to the 24th times 29 to the 8th is below 2 to the 63rd.
+constexpr int32_t LARGEST_SIZE_TO_WAIT = 1 << 24;
+constexpr int LONGEST_WAIT = 8;
+
+// The string of a record lies right behind it.
+const char* stringOf(const ZVStringPoolHash* record) { return reinterpret_cast<const char*>(record + 1); }
+
 size_t roundedUp(size_t size) {
   constexpr size_t STEP = alignof(ZVStringPoolHash);
   return (size + STEP - 1) / STEP * STEP;
@@ -147,22 +157,32 @@ void ZVStringPool::makeTables(bool withPointers) {
   if (withPointers) pointerTable_ = std::make_unique<void*[]>(static_cast<size_t>(decodeTableSize_));
 }
 
-// The remainder is the truncating one, so the running value takes either sign.
+// Horner's rule with the remainder at each step, the truncating one, so the running value may take either
+// sign. As long as no byte has a negative weight the value has no sign either and the remainder may wait,
+// for as many bytes as 64 bits have room.
 int32_t ZVStringPool::hash(const char* text) const {
   const int32_t size = hashTableSize_;
   int32_t value = 0;
+  if (size <= LARGEST_SIZE_TO_WAIT) {
+    int waiting = 0;
+    do {
+      auto sum = static_cast<uint64_t>(value);
+      // The weight of the NUL is negative too.
+      for (waiting = 0; waiting < LONGEST_WAIT && weightOf(*text) >= 0; ++waiting, ++text)
+        sum = sum * FACTOR + static_cast<uint64_t>(weightOf(*text));
+      value = static_cast<int32_t>(sum % static_cast<uint64_t>(size));
+    } while (waiting == LONGEST_WAIT);
+  }
   for (; *text; ++text) {
-    uint32_t sum = static_cast<uint32_t>(value) * 29U;
-    sum += static_cast<uint32_t>(WEIGHTS[static_cast<unsigned char>(*text)]);
+    uint32_t sum = static_cast<uint32_t>(value) * FACTOR + static_cast<uint32_t>(weightOf(*text));
     value = static_cast<int32_t>(sum) % size;
   }
   return value < 0 ? -value : value;
 }
 
 const ZVStringPoolHash* ZVStringPool::find(int32_t bucket, const char* text) const {
-  char** strings = decodeTable();
   for (const ZVStringPoolHash* record = hashTable()[bucket]; record; record = record->next) {
-    const char* candidate = strings[record->index];
+    const char* candidate = stringOf(record);
     bool equal = caseSensitive_ ? std::strcmp(text, candidate) == 0 : equalFolded(text, candidate);
     if (equal) return record;
   }
