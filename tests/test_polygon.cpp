@@ -4,12 +4,16 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
 #include <limits>
 #include <ostream>
 #include <random>
+#include <set>
 #include <utility>
 #include <vector>
 
+#include "utils/zvdlisti.h"
+#include "utils/zvhorseg.h"
 #include "utils/zvpolygo.h"
 #include "utils/zvptdlit.h"
 
@@ -17,6 +21,9 @@ namespace {
 
 constexpr int32_t kMax = std::numeric_limits<int32_t>::max();
 constexpr int32_t kMin = std::numeric_limits<int32_t>::min();
+
+int32_t i32(int64_t value) { return static_cast<int32_t>(value); }
+double real(int64_t value) { return static_cast<double>(value); }
 
 struct P {
   int64_t x, y;
@@ -26,12 +33,13 @@ struct P {
 using Points = std::vector<P>;
 using testing::PrintToString;
 
-ZVPoint* newPoint(const P& p) { return new ZVPoint(static_cast<int32_t>(p.x), static_cast<int32_t>(p.y)); }
+ZVPoint point(const P& p) { return ZVPoint(i32(p.x), i32(p.y)); }
 
 struct Polygon : ZVPolygon {
   explicit Polygon(const Points& points) : ZVPolygon(new ZVPointDList) {
-    for (const P& p : points) pPointList()->appendPoint(newPoint(p));
+    for (const P& p : points) pPointList()->appendPoint(new ZVPoint(point(p)));
   }
+  int holds(const P& p) const { return pointWithin(i32(p.x), i32(p.y)); }
 };
 
 Points pointsOf(const ZVPointDList* list) {
@@ -74,17 +82,19 @@ int64_t divideHalfUp(int64_t num, int64_t den) {
   return twice / (2 * den) - (twice % (2 * den) < 0);
 }
 
-// Where the edge meets the height y: exactly, except that single precision decides what is exactly half way.
-int64_t crossingAt(const P& prev, const P& cur, int64_t y) {
-  const int64_t dy = cur.y - prev.y;
+// Where the line from a to b has the height y: exactly, except that the stored slope and intercept decide
+// about what is exactly half way.
+template <class Stored>
+int64_t crossingAt(const P& a, const P& b, int64_t y) {
+  const int64_t dy = b.y - a.y;
   const int64_t den = std::abs(dy);
-  const int64_t num = (dy > 0 ? 1 : -1) * ((y - prev.y) * (cur.x - prev.x) + prev.x * dy);
+  const int64_t num = (dy > 0 ? 1 : -1) * ((y - a.y) * (b.x - a.x) + a.x * dy);
   if ((2 * num + den) % (2 * den) != 0) return divideHalfUp(num, den);
-  const double rise = static_cast<double>(dy) / static_cast<double>(cur.x - prev.x);
-  const volatile float slope = static_cast<float>(rise);
-  const double start = static_cast<double>(prev.y) - static_cast<double>(prev.x) * static_cast<double>(slope);
-  const volatile float intercept = static_cast<float>(start);
-  const double x = (static_cast<double>(y) - static_cast<double>(intercept)) / static_cast<double>(slope);
+  const double rise = real(dy) / real(b.x - a.x);
+  const volatile Stored slope = static_cast<Stored>(rise);
+  const double start = real(a.y) - real(a.x) * double{slope};
+  const volatile Stored intercept = static_cast<Stored>(start);
+  const double x = (real(y) - double{intercept}) / double{slope};
   return static_cast<int64_t>(std::floor(x + 0.5));
 }
 
@@ -101,7 +111,7 @@ bool modelWithin(const Points& points, const P& p) {
       crossings.insert(crossings.begin(), a.x);
       crossings.insert(crossings.begin(), b.x);
     } else {
-      const int64_t x = a.x == b.x ? a.x : crossingAt(a, b, p.y);
+      const int64_t x = a.x == b.x ? a.x : crossingAt<float>(a, b, p.y);
       if (x == p.x) return true;
       crossings.insert(crossings.begin(), x);
     }
@@ -122,9 +132,7 @@ TEST(Polygon, PointsAreWithinAsTheCountOfCrossingsSays) {
     const Polygon polygon(points);
     for (P p{-8, 0}; p.x <= 8; ++p.x) {
       for (p.y = -8; p.y <= 8; ++p.y) {
-        ASSERT_EQ(polygon.pointWithin(static_cast<int32_t>(p.x), static_cast<int32_t>(p.y)),
-                  modelWithin(points, p))
-            << PrintToString(points) << " at " << p;
+        ASSERT_EQ(polygon.holds(p), modelWithin(points, p)) << PrintToString(points) << " at " << p;
       }
     }
   }
@@ -154,15 +162,14 @@ TEST(Polygon, EveryLatticePointOfAConvexRegionIsWithin) {
     if (hull.size() < 3) continue;
     const auto edges = edgesOf(hull);
     if (random.from(0, 1)) std::reverse(hull.begin(), hull.end());
-    std::rotate(hull.begin(), hull.begin() + random.from(0, 2), hull.end());
+    std::rotate(hull.begin(), hull.begin() + static_cast<ptrdiff_t>(random.from(0, 2)), hull.end());
     const Polygon polygon(hull);
     for (P p{-9, 0}; p.x <= 9; ++p.x) {
       for (p.y = -9; p.y <= 9; ++p.y) {
         const bool inside = std::all_of(edges.begin(), edges.end(),
                                         [&](const auto& e) { return cross(e.first, e.second, p) >= 0; });
         if (!inside) continue;
-        ASSERT_EQ(polygon.pointWithin(static_cast<int32_t>(p.x), static_cast<int32_t>(p.y)), 1)
-            << PrintToString(hull) << " at " << p;
+        ASSERT_EQ(polygon.holds(p), 1) << PrintToString(hull) << " at " << p;
       }
     }
   }
@@ -181,7 +188,7 @@ TEST(Polygon, AnswersAreThoseOfEveryTarget) {
     const int64_t part = random.from(0, 8);
     const int64_t x = a.x + (b.x - a.x) * part / 8 + random.from(-1, 1);
     const int64_t y = a.y + (b.y - a.y) * part / 8 + random.from(-1, 1);
-    const int within = polygon.pointWithin(static_cast<int32_t>(x), static_cast<int32_t>(y));
+    const int within = polygon.pointWithin(i32(x), i32(y));
     sum = (sum ^ static_cast<uint32_t>(within)) * 16777619;
   }
   EXPECT_EQ(sum, 2444377156U);
@@ -194,21 +201,16 @@ TEST(Polygon, SingleCasesOfPoints) {
     int within;
   } cases[] = {
       {{{0, 0}, {10, 0}, {10, 10}, {0, 10}}, {5, 5}, 1},
-      {{{0, 0}, {10, 0}, {10, 10}, {0, 10}}, {0, 5}, 1},
-      {{{0, 0}, {10, 0}, {10, 10}, {0, 10}}, {10, 5}, 1},
       {{{0, 0}, {10, 0}, {10, 10}, {0, 10}}, {11, 5}, 0},
       {{{0, 0}, {10, 0}, {10, 10}, {0, 10}}, {5, 0}, 1},
       // On the side toward smaller x, found by the count alone.
       {{{0, 0}, {10, 0}, {10, 10}, {0, 10}}, {5, 10}, 1},
-      {{{0, 0}, {10, 0}, {5, 10}}, {5, 10}, 1},
       {{{0, 0}, {10, 0}, {5, 10}}, {3, 6}, 1},
       // Level with a vertex that the boundary only touches, and left of it.
       {{{0, 0}, {10, 0}, {5, 10}}, {2, 10}, 1},
-      {{{0, 0}, {10, 0}, {5, 10}}, {8, 10}, 0},
       {{}, {0, 0}, 0},
       {{}, {kMax, kMin}, 0},
       {{{3, 4}}, {3, 4}, 1},
-      {{{3, 4}}, {3, 5}, 0},
       // The greatest coordinate is never counted, but a point on it is found.
       {{{0, 0}, {kMax, 0}, {kMax, 10}, {0, 10}}, {5, 5}, 0},
       {{{0, 0}, {kMax, 0}, {kMax, 10}, {0, 10}}, {kMax, 5}, 1},
@@ -216,10 +218,7 @@ TEST(Polygon, SingleCasesOfPoints) {
       {{{kMin, kMin}, {kMax, kMax}, {kMin, 0}}, {kMin, -5}, 1},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(
-        Polygon(c.polygon).pointWithin(static_cast<int32_t>(c.point.x), static_cast<int32_t>(c.point.y)),
-        c.within)
-        << PrintToString(c.polygon) << " at " << c.point;
+    EXPECT_EQ(Polygon(c.polygon).holds(c.point), c.within) << PrintToString(c.polygon) << " at " << c.point;
   }
   const Polygon empty({});
   EXPECT_EQ(empty.left(), kMax);
@@ -238,10 +237,10 @@ TEST(Polygon, SingleCasesOfPoints) {
 }
 
 double distance(const P& p, const P& a, const P& b) {
-  const double dx = static_cast<double>(b.x - a.x);
-  const double dy = static_cast<double>(b.y - a.y);
-  const double px = static_cast<double>(p.x - a.x);
-  const double py = static_cast<double>(p.y - a.y);
+  const double dx = real(b.x - a.x);
+  const double dy = real(b.y - a.y);
+  const double px = real(p.x - a.x);
+  const double py = real(p.y - a.y);
   const double length = dx * dx + dy * dy;
   const double along = length > 0 ? std::clamp((px * dx + py * dy) / length, 0.0, 1.0) : 0.0;
   return std::hypot(px - along * dx, py - along * dy);
@@ -266,8 +265,7 @@ TEST(Polygon, SegmentsOverlapIfTheyEndWithinOrMeetAnEdge) {
     const Points segment = random.points(2, 9);
     const P& a = segment[0];
     const P& b = segment[1];
-    const int overlaps = polygon.overlapsSegment(static_cast<int32_t>(a.x), static_cast<int32_t>(a.y),
-                                                 static_cast<int32_t>(b.x), static_cast<int32_t>(b.y));
+    const int overlaps = polygon.overlapsSegment(i32(a.x), i32(a.y), i32(b.x), i32(b.y));
     if (modelWithin(points, a) || modelWithin(points, b)) {
       ASSERT_EQ(overlaps, 1) << PrintToString(points) << " with " << PrintToString(segment);
       continue;
@@ -298,9 +296,9 @@ Points modelEllipse(const P& center, int64_t width, int64_t height, int64_t step
     const int64_t room = height * height * (width * width - 4 * t * t);
     while (4 * (r + 1) * (r + 1) * width * width <= room) ++r;
     if (4 * r * r * width * width == room) {
-      const double a = static_cast<double>(width) / 2.0;
-      const double b = static_cast<double>(height) / 2.0;
-      r = static_cast<int64_t>(std::sqrt(b * b - static_cast<double>(t * t) * (b * b / (a * a))));
+      const double a = real(width) / 2.0;
+      const double b = real(height) / 2.0;
+      r = static_cast<int64_t>(std::sqrt(b * b - real(t * t) * (b * b / (a * a))));
     }
     points.insert(points.begin() + static_cast<ptrdiff_t>(lower), {center.x + t, center.y - r});
     points.insert(points.begin() + static_cast<ptrdiff_t>(++lower) + 1, {center.x + t, center.y + r});
@@ -311,14 +309,13 @@ Points modelEllipse(const P& center, int64_t width, int64_t height, int64_t step
 TEST(Polygon, EllipsesAreSampledAtStepsOfX) {
   Random random(5);
   for (int round = 0; round < 3000; ++round) {
-    const int32_t width = static_cast<int32_t>(random.from(-1, 60));
-    const int32_t height = static_cast<int32_t>(random.from(-1, 60));
-    const int32_t step = static_cast<int32_t>(random.from(-1, 30));
+    const int32_t width = i32(random.from(-1, 60));
+    const int32_t height = i32(random.from(-1, 60));
+    const int32_t step = i32(random.from(-1, 30));
     const P center{random.from(-50, 50), random.from(-50, 50)};
     ZVPointDList list;
     list.appendPoint(new ZVPoint(1, 2));
-    ZVPolygon::polygonOfEllipse(
-        &list, ZVPoint(static_cast<int32_t>(center.x), static_cast<int32_t>(center.y)), width, height, step);
+    ZVPolygon::polygonOfEllipse(&list, point(center), width, height, step);
     Points expected;
     if (width > 1 && height > 1 && step > 0 && step < width) {
       expected = modelEllipse(center, width, height, step);
@@ -360,9 +357,7 @@ TEST(Polygon, EllipsesAreSampledAtStepsOfX) {
   };
   for (const auto& c : cases) {
     ZVPointDList list;
-    ZVPolygon::polygonOfEllipse(&list,
-                                ZVPoint(static_cast<int32_t>(c.center.x), static_cast<int32_t>(c.center.y)),
-                                c.width, c.height, c.step);
+    ZVPolygon::polygonOfEllipse(&list, point(c.center), c.width, c.height, c.step);
     EXPECT_EQ(pointsOf(&list), c.expected) << c.width << ": " << PrintToString(pointsOf(&list));
     list.deleteAllCellsAndPoints();
   }
@@ -389,6 +384,322 @@ TEST(Polygon, EveryCopyHasPointsOfItsOwn) {
   EXPECT_EQ(deep.pPointList()->length(), 4);
   deep = ZVPolygon(nullptr);
   EXPECT_EQ(deep.pPointList()->length(), 0);
+}
+
+// A grid as plain values: the stripes from the highest down, each with the spans that lie in the polygon.
+using Span = std::pair<int64_t, int64_t>;
+struct Stripe {
+  int64_t y;
+  std::vector<Span> spans;
+  bool operator==(const Stripe&) const = default;
+};
+using Stripes = std::vector<Stripe>;
+[[maybe_unused]] std::ostream& operator<<(std::ostream& out, const Stripe& stripe) {
+  return out << stripe.y << ": " << PrintToString(stripe.spans);
+}
+
+// The stripes of a polygon in a list that goes with this.
+struct Grid : ZVDList {
+  Grid(const ZVPolygon& polygon, int64_t height, ZVLabelLocationEnum location) {
+    polygon.createGrid(this, i32(height), location);
+  }
+  Grid(const Grid&) = delete;
+  ~Grid() override { ZVPolygon::deleteGrid(this); }
+  Stripes stripes() const {
+    Stripes stripes;
+    for (ZVDListIter it(this); it; ++it) {
+      const ZVHorSegment* stripe = ZVHorSegment::castDown(it.pObject());
+      stripes.push_back({stripe->y(), {}});
+      for (ZVDListIter part(stripe->pList()); part; ++part) {
+        const ZVPoint* p = ZVPoint::castDown(part.pObject());
+        stripes.back().spans.push_back({p->x(), p->y()});
+      }
+    }
+    return stripes;
+  }
+};
+
+// In thirds of a unit: the lines of the comb from the wanted edge down, and what they leave out.
+std::vector<int64_t> modelComb(int64_t top, int64_t bottom, int64_t height, ZVLabelLocationEnum location) {
+  const int64_t thirds = std::max<int64_t>(height, 6);
+  auto multiple = [thirds](int64_t k) { return divideHalfUp(k * thirds, 3); };
+  int64_t offset = 0;
+  if (location == ZV_LABEL_LOCATION_BOTTOM) offset = top - bottom;
+  if (location == ZV_LABEL_LOCATION_CENTER) offset = top - ((top + bottom) / 2 - height / 2);
+  const int64_t base = top - (offset - multiple(3 * offset / thirds));
+  std::vector<int64_t> comb;
+  if (base < top) {
+    for (int64_t k = 0; base - multiple(k) > bottom; ++k) comb.push_back(base - multiple(k));
+  } else {
+    comb.push_back(top - multiple(1));
+    for (int64_t k = 2; top - multiple(1) - multiple(k) > bottom; ++k) {
+      comb.push_back(top - multiple(1) - multiple(k));
+    }
+  }
+  return comb;
+}
+
+Stripes modelGrid(const Points& points, int64_t height, ZVLabelLocationEnum location) {
+  std::set<int64_t, std::greater<>> heights;
+  for (const P& p : points) heights.insert(p.y);
+  const int64_t bottom = *heights.rbegin();
+  for (int64_t y : modelComb(*heights.begin(), bottom, height, location)) {
+    if (y > bottom) heights.insert(y);
+  }
+  Stripes stripes;
+  for (int64_t y : heights) {
+    std::multiset<int64_t> crossings;
+    for (auto [low, high] : edgesOf(points)) {
+      if (low.y > high.y) std::swap(low, high);
+      if (low.y >= y || y > high.y) continue;
+      crossings.insert(y == high.y ? high.x : low.x == high.x ? low.x : crossingAt<double>(low, high, y));
+    }
+    stripes.push_back({y, {}});
+    while (!crossings.empty()) {
+      const int64_t start = *crossings.begin();
+      const size_t number = crossings.erase(start);
+      if (crossings.empty()) break;
+      if (number % 2 == 1) stripes.back().spans.push_back({start, *crossings.begin()});
+      crossings.erase(crossings.begin());
+    }
+  }
+  return stripes;
+}
+
+struct Label {
+  int64_t height, width;
+  ZVLabelRegionEnum region;
+  ZVLabelLocationEnum location;
+  bool follow;
+};
+
+// The search as a breadth: all spans that are left after each stripe, in order; the first one serves.
+class LabelModel {
+ public:
+  LabelModel(Stripes stripes, const Label& label) : stripes_(std::move(stripes)), label_(label) {
+    if (label.location == ZV_LABEL_LOCATION_BOTTOM) std::reverse(stripes_.begin(), stripes_.end());
+    if (label.region == ZV_LABEL_REGION_RIGHT) {
+      for (Stripe& stripe : stripes_) std::reverse(stripe.spans.begin(), stripe.spans.end());
+    }
+  }
+
+  // The expected p, which starts at (-777, 777).
+  P place() const {
+    const int64_t h = label_.height;
+    const bool up = label_.location == ZV_LABEL_LOCATION_BOTTOM;
+    if (label_.location == ZV_LABEL_LOCATION_CENTER) return placeCenter();
+    for (size_t start = 0; start + 1 < stripes_.size(); ++start) {
+      std::vector<Span> spans = narrowed({{-1000, 1000}}, stripes_[start]);
+      size_t next = start + 1;
+      while (!spans.empty() && next + 1 < stripes_.size() && distance(start, next) < h) {
+        spans = narrowed(spans, stripes_[next++]);
+      }
+      if (spans.empty() || distance(start, next) < h) continue;
+      const int64_t y = stripes_[start].y;
+      return {alignedX(spans[0]), up ? y + h / 2 : y - h / 2};
+    }
+    return {-777, 777};
+  }
+
+ private:
+  int64_t distance(size_t i, size_t j) const { return std::abs(stripes_[i].y - stripes_[j].y); }
+
+  std::vector<Span> narrowed(const std::vector<Span>& spans, const Stripe& stripe) const {
+    std::vector<Span> result;
+    for (const Span& a : spans) {
+      for (const Span& b : stripe.spans) {
+        const Span c{std::max(a.first, b.first), std::min(a.second, b.second)};
+        if (c.second - c.first >= label_.width) result.push_back(c);
+      }
+    }
+    return result;
+  }
+
+  int64_t alignedX(const Span& span) const {
+    const bool up = label_.location == ZV_LABEL_LOCATION_BOTTOM;
+    const int64_t half = label_.width / 2;
+    if (label_.follow) return up ? span.second - half : span.first + half;
+    if (label_.region == ZV_LABEL_REGION_LEFT) return span.first + half;
+    return label_.region == ZV_LABEL_REGION_RIGHT ? span.second - half : (span.first + span.second) / 2;
+  }
+
+  // The nearest of the best places of all stripes, the first one among equals.
+  P placeCenter() const {
+    const int64_t h = label_.height;
+    const int64_t w = label_.width;
+    const int64_t top = stripes_.front().y;
+    const int64_t wanted = (top + stripes_.back().y) / 2 + (h + 1) / 2;
+    int64_t best = top - stripes_.back().y - h + 1;
+    P place{0, top + 1};
+    for (size_t start = 0; start < stripes_.size(); ++start) {
+      const int64_t y = stripes_[start].y;
+      std::vector<Span> spans{{-1000, 1000}};
+      size_t next = start;
+      do {
+        spans = narrowed(spans, stripes_[next++]);
+      } while (next < stripes_.size() && distance(start, next) < h);
+      if (spans.empty() || next == stripes_.size()) continue;
+      const int64_t edge = std::clamp(wanted, stripes_[next].y + h, y);
+      if (std::abs(y - wanted) >= best || std::abs(edge - wanted) >= best) continue;
+      best = std::abs(edge - wanted);
+      const auto [l, r] = spans[0];
+      place = {(l + r) / 2, edge - (h + 1) / 2};
+      if (label_.region == ZV_LABEL_REGION_LEFT) place.x = l + w / 2;
+      if (label_.region == ZV_LABEL_REGION_RIGHT) place.x = r - w + w / 2;
+    }
+    return place;
+  }
+
+  Stripes stripes_;
+  const Label& label_;
+};
+
+// On each stripe that the placed label reaches, with the one that a centred label hangs below, its line lies
+// in one span, but for the unit that an odd width may have over.
+void expectWithin(const Stripes& stripes, const Label& label, const P& center) {
+  const bool up = label.location == ZV_LABEL_LOCATION_BOTTOM;
+  const bool centred = label.location == ZV_LABEL_LOCATION_CENTER;
+  const int64_t bottom = center.y - (up || centred ? label.height / 2 : (label.height + 1) / 2);
+  const int64_t top = bottom + label.height;
+  for (size_t i = 0; i + 1 < stripes.size(); ++i) {
+    const int64_t y = stripes[i].y;
+    const bool hangs = centred && y > top && stripes[i + 1].y < top;
+    if (!hangs && (up ? y < bottom || y >= top : y <= bottom || y > top)) continue;
+    EXPECT_TRUE(std::any_of(stripes[i].spans.begin(), stripes[i].spans.end(),
+                            [&](const Span& span) {
+                              return span.first <= center.x - label.width / 2 &&
+                                     center.x + label.width / 2 <= span.second;
+                            }))
+        << "on " << stripes[i];
+  }
+}
+
+TEST(Labels, LieInThePolygonWhereTheSearchShouldPutThem) {
+  Random random(6);
+  int placed = 0;
+  for (int round = 0; round < 4000 && !HasFailure(); ++round) {
+    const int64_t reach = random.from(2, 24);
+    Points points = random.points(random.from(1, 9), reach);
+    if (random.from(0, 2) == 0) points = hullOf(points);
+    if (points.empty()) continue;
+    const Polygon polygon(points);
+    const Label form{random.from(1, 1 + reach), 0, ZV_LABEL_REGION_CENTER,
+                     static_cast<ZVLabelLocationEnum>(random.from(0, 3)), false};
+    const Grid grid(polygon, form.height, form.location);
+    const Stripes stripes = modelGrid(points, form.height, form.location);
+    ASSERT_EQ(grid.stripes(), stripes) << PrintToString(points) << " for " << form.height;
+    for (int i = 0; i < 6; ++i) {
+      Label label = form;
+      label.width = random.from(1, reach);
+      label.region = static_cast<ZVLabelRegionEnum>(random.from(0, 4));
+      label.follow = random.from(0, 1) == 1;
+      SCOPED_TRACE(testing::Message() << PrintToString(points) << " for " << label.width << " x "
+                                      << label.height << " at " << label.location << ", " << label.region
+                                      << ", " << label.follow << " with " << PrintToString(stripes));
+      ZVPoint p(-777, 777);
+      const int found = polygon.assignRectangle(label.region, label.location, &grid, i32(label.height),
+                                                i32(label.width), &p, label.follow);
+      const P place{p.x(), p.y()};
+      ASSERT_EQ(place, LabelModel(stripes, label).place());
+      const int64_t none = label.location == ZV_LABEL_LOCATION_CENTER ? stripes[0].y + 1 : 777;
+      ASSERT_EQ(found, place.y != none);
+      if (found) expectWithin(stripes, label, place), ++placed;
+    }
+    ASSERT_EQ(grid.stripes(), stripes);
+  }
+  EXPECT_GT(placed, 5000);
+}
+
+TEST(Labels, SingleCases) {
+  const Points square{{0, 0}, {100, 0}, {100, 100}, {0, 100}};
+  const ZVLabelLocationEnum TOP = ZV_LABEL_LOCATION_TOP;
+  const ZVLabelLocationEnum CENTER = ZV_LABEL_LOCATION_CENTER;
+  const ZVLabelLocationEnum BOTTOM = ZV_LABEL_LOCATION_BOTTOM;
+  const struct {
+    Label label;
+    std::vector<int64_t> stripes;
+    P place;
+    int found;
+  } cases[] = {
+      {{30, 40, ZV_LABEL_REGION_CENTER, TOP, false}, {100, 90, 70, 60, 50, 40, 30, 20, 10, 0}, {50, 85}, 1},
+      {{30, 40, ZV_LABEL_REGION_LEFT, TOP, false}, {}, {20, 85}, 1},
+      {{30, 40, ZV_LABEL_REGION_RIGHT, TOP, false}, {}, {80, 85}, 1},
+      {{30, 40, ZV_LABEL_REGION_RIGHT, TOP, true}, {}, {20, 85}, 1},
+      {{30, 40, ZV_LABEL_REGION_CENTER, BOTTOM, false},
+       {100, 90, 70, 60, 50, 40, 30, 20, 10, 0},
+       {50, 25},
+       1},
+      {{30, 40, ZV_LABEL_REGION_CENTER, BOTTOM, true}, {}, {80, 25}, 1},
+      {{30, 40, ZV_LABEL_REGION_CENTER, CENTER, true},
+       {100, 95, 85, 75, 65, 55, 45, 35, 25, 15, 5, 0},
+       {50, 50},
+       1},
+      {{30, 101, ZV_LABEL_REGION_CENTER, TOP, false}, {}, {7, 8}, 0},
+      {{101, 40, ZV_LABEL_REGION_CENTER, CENTER, false}, {}, {0, 101}, 0},
+      // An odd width at the right end, in both searches.
+      {{30, 41, ZV_LABEL_REGION_RIGHT, TOP, false}, {}, {80, 85}, 1},
+      {{30, 41, ZV_LABEL_REGION_RIGHT, CENTER, false}, {}, {79, 50}, 1},
+  };
+  const Polygon polygon(square);
+  for (const auto& c : cases) {
+    const Grid grid(polygon, c.label.height, c.label.location);
+    std::vector<int64_t> heights;
+    for (const Stripe& stripe : grid.stripes()) {
+      heights.push_back(stripe.y);
+      EXPECT_EQ(stripe.spans, stripe.y > 0 ? std::vector<Span>({{0, 100}}) : std::vector<Span>());
+    }
+    if (!c.stripes.empty()) {
+      EXPECT_EQ(heights, c.stripes);
+    }
+    ZVPoint p(7, 8);
+    EXPECT_EQ(polygon.assignRectangle(c.label.region, c.label.location, &grid, i32(c.label.height),
+                                      i32(c.label.width), &p, c.label.follow),
+              c.found);
+    EXPECT_EQ((P{p.x(), p.y()}), c.place);
+  }
+
+  // A tip left of a wider part at the height of the tip: what lies right of it is thrown away.
+  const Grid tip(Polygon({{0, 10}, {3, 0}, {20, 0}, {20, 20}, {10, 20}, {10, 4}, {2, 4}}), 60, TOP);
+  EXPECT_EQ(tip.stripes()[1], (Stripe{10, {}}));
+  const Grid none(Polygon({}), 10, TOP);
+  ZVPoint p(7, 8);
+  EXPECT_EQ(none.length(), 0);
+  EXPECT_EQ(polygon.assignRectangle(ZV_LABEL_REGION_LEFT, CENTER, &none, 1, 1, &p, 0), 0);
+  // No distance of the plane is too long to be laid out.
+  const Grid wide(Polygon({{0, kMin}, {kMax, kMin}, {kMax, kMax}, {0, kMax}}), kMax, BOTTOM);
+  EXPECT_EQ(wide.length(), 8);
+}
+
+TEST(Labels, StripesAreFoundMadeAndDoubled) {
+  ZVDList grid;
+  auto heights = [&grid] {
+    std::vector<int32_t> result;
+    for (ZVDListIter it(&grid); it; ++it) result.push_back(ZVHorSegment::castDown(it.pObject())->y());
+    return result;
+  };
+  const struct {
+    int32_t y;
+    int duplicate;
+    int32_t position;
+    std::vector<int32_t> after;
+  } cases[] = {
+      {5, 1, 1, {5}},          {9, 0, 1, {9, 5}},          {7, 1, 3, {9, 7, 7, 5}},
+      {7, 1, 2, {9, 7, 7, 5}}, {7, 0, 2, {9, 7, 7, 5}},    {9, 0, 1, {9, 7, 7, 5}},
+      {5, 1, 4, {9, 7, 7, 5}}, {9, 1, 2, {9, 9, 7, 7, 5}}, {1, 1, 6, {9, 9, 7, 7, 5, 1}},
+  };
+  EXPECT_EQ(ZVPolygon::retrieveHorizontalStripe(&grid, 0), nullptr);
+  for (const auto& c : cases) {
+    const ZVDListCell* cell = ZVPolygon::queryHorizontalStripe(&grid, c.y, c.duplicate);
+    EXPECT_EQ(heights(), c.after) << c.y;
+    EXPECT_EQ(cell, grid.pCellInPosition(c.position)) << c.y;
+  }
+  const std::pair<int32_t, int32_t> found[] = {{10, 0}, {9, 1}, {8, 0}, {7, 3},
+                                               {5, 5},  {3, 0}, {1, 6}, {0, 6}};
+  for (const auto& [y, position] : found) {
+    EXPECT_EQ(ZVPolygon::retrieveHorizontalStripe(&grid, y), grid.pCellInPosition(position)) << y;
+  }
+  ZVPolygon::deleteGrid(&grid);
+  EXPECT_EQ(grid.length(), 0);
 }
 
 }  // namespace

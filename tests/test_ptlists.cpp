@@ -51,6 +51,15 @@ struct RectWord {
   static constexpr auto current = [](auto& iter) { return iter.pRect(); };
 };
 
+struct ObjectWord {
+  static constexpr auto add = [](auto& l, auto* after, ZVObject* o) { return l.addObject(after, o); };
+  static constexpr auto append = [](auto& l, ZVObject* o) { return l.appendObject(o); };
+  static constexpr auto prepend = [](auto& l, ZVObject* o) { return l.prependObject(o); };
+  static constexpr auto addNew = [](auto& l, auto* c, ZVObject* o) { return l.addObjectIfNotInList(c, o); };
+  static constexpr auto appendNew = [](auto& l, ZVObject* o) { return l.appendObjectIfNotInList(o); };
+  static constexpr auto prependNew = [](auto& l, ZVObject* o) { return l.prependObjectIfNotInList(o); };
+};
+
 template <class TypedList, class TwinList, class BaseList, class BaseCell, class TypedIter, class TheWord>
 struct Family {
   using List = TypedList;
@@ -75,115 +84,95 @@ TYPED_TEST_SUITE(TypedLists, Families);
 template <class F>
 class SideBySide {
   using Word = typename F::Word;
-  using List = typename F::List;
-  using Base = typename F::Base;
-  using Cell = typename F::Cell;
 
  public:
   explicit SideBySide(unsigned seed) : random_(seed) {}
 
   void step() {
-    List& list = typed_[0];
-    Base& plain = plain_[0];
-    List* from = below(8) ? &typed_[1] : below(2) ? &list : nullptr;
-    Base* source = from == &typed_[1] ? &plain_[1] : from == &list ? &plain : nullptr;
-    const int32_t where = below(list.length() + 1);
-    Cell* after = list.pCellInPosition(where);
-    Cell* behind = plain.pCellInPosition(where);
-    const int32_t i = below(typed_[1].length() + 1);
-    const int32_t j = below(typed_[1].length() + 1);
-    Cell* first = typed_[1].pCellInPosition(i);
-    Cell* last = typed_[1].pCellInPosition(j);
-    Cell* head = plain_[1].pCellInPosition(i);
-    Cell* tail = plain_[1].pCellInPosition(j);
-    auto* object = below(6) ? &objects_[static_cast<size_t>(below(5))] : nullptr;
-    auto sameFlag = [](int a, int b) { ASSERT_EQ(a, b); };
-    auto sameObject = [](Cell* a, Cell* b) { ASSERT_EQ(a->pObject(), b->pObject()); };
-    switch (below(22)) {
-      case 0:
-        return sameFlag(list.transferList(after, from), plain.transferList(behind, source));
-      case 1:
-        return sameFlag(list.transferListPart(after, from, first, last),
-                        plain.transferListPart(behind, source, head, tail));
-      case 2:
-        return sameFlag(list.appendList(from), plain.appendList(source));
-      case 3:
-        return sameFlag(list.prependList(from), plain.prependList(source));
-      case 4:
-        return sameFlag(list.copyTransferList(after, from), plain.copyTransferList(behind, source));
-      case 5:
-        return sameFlag(list.copyTransferListPart(after, from, first, last),
-                        plain.copyTransferListPart(behind, source, head, tail));
-      case 6:
-        return sameFlag(list.copyAppendList(from), plain.copyAppendList(source));
-      case 7:
-        return sameFlag(list.copyPrependList(from), plain.copyPrependList(source));
-      case 8:
-        return sameFlag(list.transferListIfNotInList(after, from),
-                        plain.transferListIfNotInList(behind, source));
-      case 9:
-        return sameFlag(list.transferListPartIfNotInList(after, from, first, last),
-                        plain.transferListPartIfNotInList(behind, source, head, tail));
-      case 10:
-        return sameFlag(list.appendListIfNotInList(from), plain.appendListIfNotInList(source));
-      case 11:
-        return sameFlag(list.prependListIfNotInList(from), plain.prependListIfNotInList(source));
-      case 12:
-        return sameFlag(list.copyTransferListIfNotInList(after, from),
-                        plain.copyTransferListIfNotInList(behind, source));
-      case 13:
-        return sameFlag(list.copyTransferListPartIfNotInList(after, from, first, last),
-                        plain.copyTransferListPartIfNotInList(behind, source, head, tail));
-      case 14:
-        return sameFlag(list.copyAppendListIfNotInList(from), plain.copyAppendListIfNotInList(source));
-      case 15:
-        return sameFlag(list.copyPrependListIfNotInList(from), plain.copyPrependListIfNotInList(source));
-      case 16:
-        return sameObject(Word::add(list, after, object), plain.addObject(behind, object));
-      case 17:
-        return sameObject(Word::append(list, object), plain.appendObject(object));
-      case 18:
-        return sameObject(Word::prepend(list, object), plain.prependObject(object));
-      case 19:
-        return sameObject(Word::addNew(list, after, object), plain.addObjectIfNotInList(behind, object));
-      case 20:
-        return sameObject(Word::appendNew(list, object), plain.appendObjectIfNotInList(object));
-      default:
-        return sameObject(Word::prependNew(list, object), plain.prependObjectIfNotInList(object));
-    }
-  }
-
-  void compareAndRefill() {
+    operation_ = below(22);
+    source_ = below(8) ? 1 : below(2) - 1;
+    place_ = below(typed_[0].length() + 1);
+    first_ = below(typed_[1].length() + 1);
+    last_ = below(typed_[1].length() + 1);
+    ASSERT_EQ(apply<Word>(typed_), apply<ObjectWord>(plain_));
     for (int i : {0, 1}) {
       ASSERT_EQ(typed_[i].compare(&plain_[i]), 1);
       ASSERT_EQ(typed_[i].sizeOf(), plain_[i].sizeOf());
     }
     ASSERT_EQ(typed_[0].compare(&typed_[1]), plain_[0].compare(&plain_[1]));
-    auto* object = below(6) ? &objects_[static_cast<size_t>(below(5))] : nullptr;
-    Cell* held = Word::search(typed_[0], object);
-    ASSERT_EQ(typed_[0].positionOfCell(held), plain_[0].positionOfCell(plain_[0].searchObject(object)));
-    const int32_t position = Word::position(typed_[0], object);
-    ASSERT_EQ(position, plain_[0].positionOfObject(object));
-    ASSERT_EQ(Word::at(typed_[0], position), position < 0 ? nullptr : object);
-    if constexpr (!F::TWO_WAY) {
-      ASSERT_EQ(Word::searchPrev(typed_[0], object), typed_[0].searchPreviousObject(object));
-    }
-
-    // Both lists stay short, and what the first one loses the second one gets.
-    if (typed_[0].length() < 12) return;
-    typed_[1].deleteAllCells();
-    typed_[1].transferListPart(nullptr, &typed_[0], typed_[0].pFirstCell(), typed_[0].pCellInPosition(8));
-    plain_[1].copyAllCells(&typed_[1]);
-    plain_[0].copyAllCells(&typed_[0]);
+    checkSearches();
+    if (typed_[0].length() > 12) refill();
   }
 
  private:
+  // The position of the cell given, or the flag.
+  template <class TheWord, class List>
+  int32_t apply(List (&lists)[2]) {
+    List& list = lists[0];
+    List* source = source_ < 0 ? nullptr : &lists[source_];
+    auto* after = list.pCellInPosition(place_);
+    auto* first = lists[1].pCellInPosition(first_);
+    auto* last = lists[1].pCellInPosition(last_);
+    auto* object = object_;
+    auto position = [&list](auto* cell) { return list.positionOfCell(cell); };
+    switch (operation_) {
+      // clang-format off
+      case 0: return list.transferList(after, source);
+      case 1: return list.transferListPart(after, source, first, last);
+      case 2: return list.appendList(source);
+      case 3: return list.prependList(source);
+      case 4: return list.copyTransferList(after, source);
+      case 5: return list.copyTransferListPart(after, source, first, last);
+      case 6: return list.copyAppendList(source);
+      case 7: return list.copyPrependList(source);
+      case 8: return list.transferListIfNotInList(after, source);
+      case 9: return list.transferListPartIfNotInList(after, source, first, last);
+      case 10: return list.appendListIfNotInList(source);
+      case 11: return list.prependListIfNotInList(source);
+      case 12: return list.copyTransferListIfNotInList(after, source);
+      case 13: return list.copyTransferListPartIfNotInList(after, source, first, last);
+      case 14: return list.copyAppendListIfNotInList(source);
+      case 15: return list.copyPrependListIfNotInList(source);
+      case 16: return position(TheWord::add(list, after, object));
+      case 17: return position(TheWord::append(list, object));
+      case 18: return position(TheWord::prepend(list, object));
+      case 19: return position(TheWord::addNew(list, after, object));
+      case 20: return position(TheWord::appendNew(list, object));
+      default: return position(TheWord::prependNew(list, object));
+        // clang-format on
+    }
+  }
+
+  void checkSearches() {
+    object_ = below(6) ? &objects_[static_cast<size_t>(below(5))] : nullptr;
+    const int32_t position = Word::position(typed_[0], object_);
+    ASSERT_EQ(position, plain_[0].positionOfObject(object_));
+    ASSERT_EQ(Word::at(typed_[0], position), position < 0 ? nullptr : object_);
+    ASSERT_EQ(Word::search(typed_[0], object_), typed_[0].searchObject(object_));
+    if constexpr (!F::TWO_WAY) {
+      ASSERT_EQ(Word::searchPrev(typed_[0], object_), typed_[0].searchPreviousObject(object_));
+    }
+  }
+
+  // The first lists lose most of their cells to the second ones.
+  void refill() {
+    typed_[1].deleteAllCells();
+    typed_[1].transferListPart(nullptr, &typed_[0], typed_[0].pFirstCell(), typed_[0].pCellInPosition(8));
+    for (int i : {0, 1}) plain_[i].copyAllCells(&typed_[i]);
+  }
+
   int32_t below(int32_t limit) { return static_cast<int32_t>(random_() % static_cast<unsigned>(limit)); }
 
   std::mt19937 random_;
   std::array<typename Word::Element, 5> objects_;
-  List typed_[2];
-  Base plain_[2];
+  typename Word::Element* object_ = nullptr;
+  typename F::List typed_[2];
+  typename F::Base plain_[2];
+  int operation_ = 0;
+  int source_ = 0;
+  int32_t place_ = 0;
+  int32_t first_ = 0;
+  int32_t last_ = 0;
 };
 
 TYPED_TEST(TypedLists, DoWhatTheListBelowDoes) {
@@ -192,7 +181,6 @@ TYPED_TEST(TypedLists, DoWhatTheListBelowDoes) {
     for (int step = 0; step < 600 && !this->HasFatalFailure(); ++step) {
       SCOPED_TRACE(testing::Message() << "seed " << seed << " step " << step);
       lists.step();
-      lists.compareAndRefill();
     }
   }
 }
