@@ -1,7 +1,7 @@
 #include "utils/zvfile.h"
 
 #include <algorithm>
-#include <cstddef>
+#include <bit>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -51,26 +51,33 @@ bool writesText(ZVFileModeEnum mode) {
   return marksEnd(mode) || mode == ZV_FILE_READ_WRITE || mode == ZV_FILE_APPEND;
 }
 
-// Whether one of eight bytes is CR or below: the byte wraps around, and had its top bit clear before.
-bool mayEndLine(const char* bytes) {
+constexpr int WORD = sizeof(uint64_t);
+
+// How many bytes in front of the first that is CR or below are in the word at bytes; WORD if there is none.
+// Such a byte wraps around in the subtraction and had its top bit clear before; only bytes behind it can be
+// taken for one by the borrow.
+int bytesAboveCR(const char* bytes) {
   constexpr uint64_t EACH = 0x0101010101010101U;
   uint64_t word = 0;
-  std::memcpy(&word, bytes, sizeof word);
-  return ((word - EACH * ('\r' + 1)) & ~word & EACH * 0x80) != 0;
+  if constexpr (std::endian::native == std::endian::little) {
+    std::memcpy(&word, bytes, sizeof word);
+  } else {
+    for (int i = WORD; i-- > 0;) word = word << 8 | static_cast<unsigned char>(bytes[i]);
+  }
+  return std::countr_zero((word - EACH * ('\r' + 1)) & ~word & EACH * 0x80) / 8;
 }
 
 // The first LF, CR or NUL of first..last, or last.
 const char* findLineEnd(const char* first, const char* last) {
-  while (first != last) {
-    if (last - first >= 8 && !mayEndLine(first)) {
-      first += 8;
-      continue;
-    }
-    for (const char* stop = first + std::min<std::ptrdiff_t>(last - first, 8); first != stop; ++first) {
-      if (*first == '\n' || *first == '\r' || *first == '\0') return first;
-    }
+  auto endsLine = [](char c) { return c == '\n' || c == '\r' || c == '\0'; };
+  while (last - first >= WORD) {
+    int above = bytesAboveCR(first);
+    first += above;
+    if (above == WORD) continue;
+    if (endsLine(*first)) return first;
+    ++first;
   }
-  return last;
+  return std::find_if(first, last, endsLine);
 }
 
 int openForAppending(const char* name) {

@@ -80,7 +80,7 @@ void ZVStringHandle::needCapacity(int32_t length) {
   capacity(static_cast<int32_t>(newCapacity));
 }
 
-void ZVStringHandle::increaseLength(int32_t count) {
+void ZVStringHandle::growBy(int32_t count) {
   needCapacity(saturated(static_cast<int64_t>(strlenBuf()) + count + 1));
 }
 

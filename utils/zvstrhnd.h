@@ -35,7 +35,9 @@ class ZV_EXPORT ZVStringHandle : public ZVObject {
   // Makes the capacity greater than length.
   void needCapacity(int32_t length);
   // needCapacity for count more characters and their NUL.
-  void increaseLength(int32_t count);
+  void increaseLength(int32_t count) {
+    if (count > capacity_ - 2 - strlenBuf()) growBy(count);
+  }
 
   // The record and the capacity, in bytes.
   virtual int32_t sizeOf() const;
@@ -48,6 +50,7 @@ class ZV_EXPORT ZVStringHandle : public ZVObject {
   friend class ZVTextFile;  // strips its lines in place
 
   int32_t measuredLength() const;
+  void growBy(int32_t count);
   // REQUIRES: no NUL is among the characters; if they lie in this handle, there is room for them already.
   void append(const char* characters, int32_t count);
 
