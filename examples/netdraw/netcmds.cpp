@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "examples/netdraw/netgall.h"
+#include "examples/netdraw/netpict.h"
 #include "examples/netdraw/netplain.h"
 
 namespace {
@@ -57,6 +59,19 @@ int countBends(const NetGraph& graph) {
   int bends = 0;
   forEach<NetEdge>(graph.edges, [&](NetEdge* edge) { bends += edge->bends.length(); });
   return bends;
+}
+
+// Writes a picture; nothing that is not whole is called written.
+int writePicture(const std::string& path, const std::string& svg) {
+  std::ofstream out(path, std::ios::binary);
+  out << svg;
+  out.close();
+  if (!out) {
+    std::printf("%s: cannot be written\n", path.c_str());
+    return EXIT_FILE_ERRORS;
+  }
+  std::printf("%s: drawn, %zu bytes\n", path.c_str(), svg.size());
+  return EXIT_GOOD;
 }
 
 }  // namespace
@@ -137,3 +152,16 @@ int convertFile(const std::string& input, Form from, const std::string& output, 
   std::unique_ptr<NetGraph> graph = readShowing(file, input, from);
   return graph ? writeShowing(file, output, to, *graph) : EXIT_FILE_ERRORS;
 }
+
+int drawFile(const std::string& input, Form from, const std::string& output, bool regions) {
+  NetGrammar grammar;
+  NetFile file(grammar);
+  std::unique_ptr<NetGraph> graph = readShowing(file, input, from);
+  if (!graph) return EXIT_FILE_ERRORS;
+  const Picture picture(*graph, regions);
+  std::printf("%s: %d of %d edge ends on an outline, %d of %d labels inside their node\n", input.c_str(),
+              picture.endsOnOutline(), picture.ends(), picture.labelsInside(), picture.labels());
+  return writePicture(output, picture.svg());
+}
+
+int drawGallery(const std::string& output) { return writePicture(output, gallerySvg()); }

@@ -26,4 +26,10 @@ int showInfo(const std::string& path, Form from);
 // Reads a drawing and writes it again, with the ids it had.
 int convertFile(const std::string& input, Form from, const std::string& output, Form to);
 
+// Draws a picture of a drawing, in SVG; regions as in Picture.
+int drawFile(const std::string& input, Form from, const std::string& output, bool regions);
+
+// Draws the gallery of shapes.
+int drawGallery(const std::string& output);
+
 #endif

@@ -15,6 +15,7 @@ struct Options {
   std::optional<Form> from;
   std::optional<Form> to;
   bool same = false;
+  bool regions = false;
 
   Form inputForm() const { return from.value_or(formOfName(input)); }
   Form outputForm() const { return to.value_or(formOfName(output)); }
@@ -61,6 +62,15 @@ int run(int argc, char** argv) {
   addFormOption(convert, "-f,--from", options.from, "form of the input: text or binary (default: by name)");
   addOutputOptions(convert, options);
 
+  CLI::App* draw = app.add_subcommand("draw", "Draw a picture of a drawing, in SVG");
+  draw->add_option("INPUT", options.input, "the file to draw")->required()->type_name("FILE");
+  addFormOption(draw, "-f,--from", options.from, "form of the input: text or binary (default: by name)");
+  draw->add_option("-o,--output", options.output, "the picture to write")->required()->type_name("FILE");
+  draw->add_flag("-d,--debug-regions", options.regions, "also show where labels could go");
+
+  CLI::App* gallery = app.add_subcommand("gallery", "Draw the shapes with what they answer, in SVG");
+  gallery->add_option("-o,--output", options.output, "the picture to write")->required()->type_name("FILE");
+
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& wrong) {
@@ -70,6 +80,8 @@ int run(int argc, char** argv) {
   if (*import) return importPlain(options.input, options.output, options.outputForm());
   if (*check) return checkFiles(options.files, options.from ? &*options.from : nullptr, options.same);
   if (*info) return showInfo(options.input, options.inputForm());
+  if (*draw) return drawFile(options.input, options.inputForm(), options.output, options.regions);
+  if (*gallery) return drawGallery(options.output);
   return convertFile(options.input, options.inputForm(), options.output, options.outputForm());
 }
 

@@ -39,6 +39,15 @@ expect 0 'written as binary' convert new.oml -o new.omb
 expect 0 'references  252 of 252' info --from binary new.omb
 expect 1 'errors' info -f text new.omb
 
+expect 0 '252 of 252 edge ends on an outline, 50 of 50 labels' draw "$data/git.oml" -o git.svg
+expect 0 '482 of 482 edge ends on an outline, 83 of 83 labels' draw -d "$data/graphviz.oml" -o graphviz.svg
+expect 0 'drawn' gallery -o gallery.svg
+expect 1 'cannot be written' gallery -o /dev/full
+for picture in git graphviz gallery; do
+  command -v xmllint >/dev/null && { xmllint --noout $picture.svg || failures=$((failures + 1)); }
+  cmp $picture.svg "$data/../../../docs/images/$picture.svg" || failures=$((failures + 1))
+done
+
 cp new.omb unnamed
 expect 0 'written as text' convert -f binary unnamed -t text -o back.omb
 cmp new.oml back.omb || failures=$((failures + 1))
