@@ -98,9 +98,8 @@ class ListModel {
   void change() {
     switch (below(10)) {
       case 0:
-        return insertObject();
       case 1:
-        return insertFreeCell();
+        return insertOne();
       case 2:
         return removeOne();
       case 3:
@@ -124,51 +123,35 @@ class ListModel {
     return where_ == 1 ? static_cast<int>(model_->size()) - 1 : -1;
   }
 
-  void insertObject() {
+  void insertOne() {
+    bool skips = below(2);
+    bool makesCell = below(2);
     int place = choosePlace();
     Cell* after = cellAt(*model_, place);
     ZVObject* object = anyObject();
-    int holder = placeOf(*model_, object);
-    Cell* result = nullptr;
-    if (below(2)) {
-      if (where_ == 0) result = list_->addObjectIfNotInList(after, object);
-      if (where_ == 1) result = list_->appendObjectIfNotInList(object);
-      if (where_ == 2) result = list_->prependObjectIfNotInList(object);
-      if (holder >= 0) {
-        ASSERT_EQ(result, cellAt(*model_, holder));
-        return;
-      }
+    Cell* cell = makesCell ? nullptr : new Cell(object);
+    int holder = skips ? placeOf(*model_, object) : -1;
+    Cell* result = makesCell ? insertObject(skips, after, object) : insertFreeCell(skips, after, cell);
+    if (holder >= 0) {
+      ASSERT_EQ(result, cellAt(*model_, holder));
+      delete cell;
     } else {
-      if (where_ == 0) result = list_->addObject(after, object);
-      if (where_ == 1) result = list_->appendObject(object);
-      if (where_ == 2) result = list_->prependObject(object);
+      ASSERT_TRUE(makesCell || result == cell);
+      put(*model_, place, {result, object});
     }
-    put(*model_, place, {result, object});
   }
 
-  void insertFreeCell() {
-    int place = choosePlace();
-    Cell* after = cellAt(*model_, place);
-    Cell* cell = new Cell(anyObject());
-    int holder = placeOf(*model_, cell->pObject());
-    Cell* result = nullptr;
-    if (below(2)) {
-      ASSERT_EQ(list_->insertCellIfNotInList(after, nullptr), nullptr);
-      if (where_ == 0) result = list_->insertCellIfNotInList(after, cell);
-      if (where_ == 1) result = list_->appendCellIfNotInList(cell);
-      if (where_ == 2) result = list_->prependCellIfNotInList(cell);
-      if (holder >= 0) {
-        ASSERT_EQ(result, cellAt(*model_, holder));
-        delete cell;
-        return;
-      }
-    } else {
-      if (where_ == 0) result = list_->insertCell(after, cell);
-      if (where_ == 1) result = list_->appendCell(cell);
-      if (where_ == 2) result = list_->prependCell(cell);
-    }
-    ASSERT_EQ(result, cell);
-    put(*model_, place, {cell, cell->pObject()});
+  Cell* insertObject(bool skips, Cell* after, ZVObject* object) {
+    if (where_ == 1) return skips ? list_->appendObjectIfNotInList(object) : list_->appendObject(object);
+    if (where_ == 2) return skips ? list_->prependObjectIfNotInList(object) : list_->prependObject(object);
+    return skips ? list_->addObjectIfNotInList(after, object) : list_->addObject(after, object);
+  }
+
+  Cell* insertFreeCell(bool skips, Cell* after, Cell* cell) {
+    EXPECT_EQ(list_->insertCellIfNotInList(after, nullptr), nullptr);
+    if (where_ == 1) return skips ? list_->appendCellIfNotInList(cell) : list_->appendCell(cell);
+    if (where_ == 2) return skips ? list_->prependCellIfNotInList(cell) : list_->prependCell(cell);
+    return skips ? list_->insertCellIfNotInList(after, cell) : list_->insertCell(after, cell);
   }
 
   void removeOne() {

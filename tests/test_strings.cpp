@@ -54,11 +54,11 @@ TEST(StringHandle, AgreesWithAStringUnderRandomChanges) {
         std::string text(random() % 300, 'b');
         char* place = handle.obtainAppendBuffer(static_cast<int32_t>(text.size()));
         EXPECT_EQ(*place, '\0');
-        std::strcpy(place, text.c_str());
+        std::memcpy(place, text.c_str(), text.size() + 1);
         EXPECT_EQ(handle.strlenBuf(), static_cast<int32_t>(model.size() + text.size()));
         // The caller has a second thought.
         text.resize(text.size() / 2);
-        std::strcpy(place, text.c_str());
+        std::memcpy(place, text.c_str(), text.size() + 1);
         model += text;
         break;
       }

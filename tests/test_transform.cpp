@@ -178,6 +178,11 @@ TEST(Transform, NormalizedExtentsKeepTheMap) {
   EXPECT_EQ(t.sourceExtentX(), 2.0);
   EXPECT_EQ(t.sourceExtentY(), 1.0);
   EXPECT_EQ(t.targetExtentY(), 5.0);
+  t.sourceExtentX(5.0);
+  t.targetExtentX(-5.0);
+  t.normalizeExt();
+  EXPECT_EQ(t.sourceExtentX(), -1.0);  // of equal magnitudes the target becomes 1
+  EXPECT_EQ(t.targetExtentX(), 1.0);
 }
 
 TEST(Transform, OneScaleKeepsTheWholeSourceInView) {

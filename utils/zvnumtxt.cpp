@@ -140,8 +140,9 @@ const char* scanConversion(const char* format, Conversion& conversion) {
   if (*format == '.' && !scanFormatNumber(++format, conversion.precision)) return nullptr;
   if (*format == 'l') ++format;
   if (!*format || !std::strchr("aAeEfFgG", *format)) return nullptr;
-  std::memcpy(end, ".*", 2);
-  end[2] = *format;
+  *end++ = '.';
+  *end++ = '*';
+  *end = *format;
   return format + 1;
 }
 

@@ -27,8 +27,7 @@ void ZVObject::copyObject(const ZVObject*) {}
 
 void ZVObject::copyAttributes(const ZVObject*) {}
 
-ZVObject::~ZVObject() {
-  if (javaIndex_ < 0) return;
+void ZVObject::unloadMirror() {
   JNIEnv* env = threadEnv();
   jobject object = ZVObject::getJavaObject(env);
   if (!object) return;

@@ -51,7 +51,9 @@ class ZV_EXPORT ZVObject {
   virtual void copyAttributes(const ZVObject* other);
 
   // An object with a mirror may only be destroyed while an environment is set (see enter).
-  virtual ~ZVObject();
+  virtual ~ZVObject() {
+    if (javaIndex_ >= 0) unloadMirror();
+  }
 
   // A number that tells this object from every other one: its address where addresses have 32 bits, else
   // its identity number.
@@ -129,6 +131,9 @@ class ZV_EXPORT ZVObject {
   jobject obtainMirror(JNIEnv* env) const;
 
  private:
+  // Tells the mirror that this object goes.
+  void unloadMirror();
+
   static JNIEnv* pthreadEnv;
   static int32_t envCount;
   static jclass factory;

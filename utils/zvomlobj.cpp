@@ -10,9 +10,9 @@ ZV_DEFINE_FULL(ZVOMLObject, ZVObjectWithID)
 
 namespace {
 
-constexpr uint32_t kIDStep = 8;
+constexpr uint32_t ID_STEP = 8;
 
-int32_t plusStep(int32_t id) { return static_cast<int32_t>(static_cast<uint32_t>(id) + kIDStep); }
+int32_t plusStep(int32_t id) { return static_cast<int32_t>(static_cast<uint32_t>(id) + ID_STEP); }
 
 // The id behind this one that a table does not take for an absent object.
 int32_t nextFreeID(int32_t id, int32_t errorValue) {

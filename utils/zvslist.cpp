@@ -28,12 +28,6 @@ ZVSListCell* ZVSList::searchPreviousObject(const ZVObject* object) const {
   return searchPrevious([object](const ZVSListCell* here) { return here->pObject() == object; });
 }
 
-ZVSListCell* ZVSList::removeNextCell(ZVSListCell* previous) {
-  if (previous == noPredecessor()) return nullptr;
-  ZVSListCell* cell = cellBehind(previous);
-  return cell ? takeOut(previous, cell) : nullptr;
-}
-
 int ZVSList::transferNextListPart(ZVSListCell* after, ZVSList* source, ZVSListCell* previous,
                                   ZVSListCell* last) {
   if (refuses(source) || previous == noPredecessor()) return 0;

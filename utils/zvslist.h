@@ -36,7 +36,11 @@ class ZV_EXPORT ZVSList : public ZVSListBase {
   ZVSListCell* searchPreviousObject(const ZVObject* object) const;
 
   // Unlinks the cell behind previous (null: the first one) and hands it to the caller. Null if there is none.
-  ZVSListCell* removeNextCell(ZVSListCell* previous);
+  ZVSListCell* removeNextCell(ZVSListCell* previous) {
+    if (previous == noPredecessor()) return nullptr;
+    ZVSListCell* cell = cellBehind(previous);
+    return cell ? takeOut(previous, cell) : nullptr;
+  }
   void discardNextCell(ZVSListCell* previous) { delete removeNextCell(previous); }
   // Null, and no change, if the cell or object is null or not in this list.
   ZVSListCell* removeCell(ZVSListCell* cell) { return removeNextCell(searchPreviousCell(cell)); }

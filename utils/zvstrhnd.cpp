@@ -32,30 +32,28 @@ void ZVStringHandle::ZVStringHandleattributeCopy(const ZVStringHandle& other) {
   knownLength_ = length;
 }
 
-int32_t ZVStringHandle::strlenBuf() const {
-  return knownLength_ + static_cast<int32_t>(std::strlen(pString_.get() + knownLength_));
+int32_t ZVStringHandle::measuredLength() const {
+  return knownLength_ + static_cast<int32_t>(std::strlen(pString() + knownLength_));
 }
 
-void ZVStringHandle::appendChar(char c) {
-  increaseLength(1);
+void ZVStringHandle::append(const char* characters, int32_t count) {
+  increaseLength(count);
   int32_t length = strlenBuf();
-  pString_[static_cast<size_t>(length)] = c;
-  knownLength_ = c ? length + 1 : length;
+  std::memcpy(pString_.get() + length, characters, static_cast<size_t>(count));
+  knownLength_ = length + count;
   pString_[static_cast<size_t>(knownLength_)] = '\0';
 }
 
+void ZVStringHandle::appendChar(char c) { append(&c, c ? 1 : 0); }
+
 void ZVStringHandle::appendString(const char* text) {
   if (!text) return;
-  size_t count = std::strlen(text);
   const char* first = pString();
   bool own = !std::less<>()(text, first) && std::less<>()(text, first + capacity_);
   std::ptrdiff_t offset = own ? text - first : 0;
-  increaseLength(saturated(static_cast<int64_t>(count)));
-  int32_t length = strlenBuf();
-  char* end = pString_.get() + length;
-  std::memcpy(end, own ? pString() + offset : text, count);
-  end[count] = '\0';
-  knownLength_ = length + static_cast<int32_t>(count);
+  int32_t count = saturated(static_cast<int64_t>(std::strlen(text)));
+  increaseLength(count);
+  append(own ? pString() + offset : text, count);
 }
 
 char* ZVStringHandle::obtainAppendBuffer(int32_t count) {
@@ -82,7 +80,7 @@ void ZVStringHandle::needCapacity(int32_t length) {
   capacity(static_cast<int32_t>(newCapacity));
 }
 
-void ZVStringHandle::increaseLength(int32_t count) {
+void ZVStringHandle::growBy(int32_t count) {
   needCapacity(saturated(static_cast<int64_t>(strlenBuf()) + count + 1));
 }
 

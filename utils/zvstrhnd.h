@@ -6,6 +6,7 @@
 #ifndef ZV_ZVSTRHND_H
 #define ZV_ZVSTRHND_H
 
+#include <cstddef>
 #include <memory>
 
 #include "utils/zvobject.h"
@@ -16,7 +17,9 @@ class ZV_EXPORT ZVStringHandle : public ZVObject {
 
   // The text stays the handle's and its address holds until the next growth.
   const char* pString() const { return pString_.get(); }
-  int32_t strlenBuf() const;
+  int32_t strlenBuf() const {
+    return pString_[static_cast<size_t>(knownLength_)] ? measuredLength() : knownLength_;
+  }
   int32_t capacity() const { return capacity_; }
 
   // A NUL ends the text, so appending one changes nothing.
@@ -32,7 +35,9 @@ class ZV_EXPORT ZVStringHandle : public ZVObject {
   // Makes the capacity greater than length.
   void needCapacity(int32_t length);
   // needCapacity for count more characters and their NUL.
-  void increaseLength(int32_t count);
+  void increaseLength(int32_t count) {
+    if (count > capacity_ - 2 - strlenBuf()) growBy(count);
+  }
 
   // The record and the capacity, in bytes.
   virtual int32_t sizeOf() const;
@@ -41,7 +46,13 @@ class ZV_EXPORT ZVStringHandle : public ZVObject {
 
   ZV_SHAPE_VALUE(ZVStringHandle)
 
+  friend class ZVFile;      // adds runs of characters
   friend class ZVTextFile;  // strips its lines in place
+
+  int32_t measuredLength() const;
+  void growBy(int32_t count);
+  // REQUIRES: no NUL is among the characters; if they lie in this handle, there is room for them already.
+  void append(const char* characters, int32_t count);
 
   // The text for changes of any kind.
   char* pChangeableString();

@@ -1,6 +1,7 @@
 #include "utils/zvstrpoo.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -14,6 +15,26 @@ namespace {
 // A pool starts small and takes larger blocks as it grows.
 constexpr size_t FIRST_BLOCK = 1024;
 constexpr size_t LARGEST_BLOCK = 65536;
+
+// What each byte adds to a hash: its upper case, taken as a signed byte, less the digit 0.
+constexpr std::array<int16_t, 256> WEIGHTS = [] {
+  std::array<int16_t, 256> table{};
+  for (int i = 0; i < 256; ++i) {
+    int upper = i < 128 ? zvascii::toUpper(static_cast<char>(i)) : i - 256;
+    table[static_cast<size_t>(i)] = static_cast<int16_t>(upper - '0');
+  }
+  return table;
+}();
+
+int32_t weightOf(char c) { return WEIGHTS[static_cast<unsigned char>(c)]; }
+
+constexpr uint32_t FACTOR = 29;
+// 2 to the 24th times 29 to the 8th is below 2 to the 63rd.
+constexpr int32_t LARGEST_SIZE_TO_WAIT = 1 << 24;
+constexpr int LONGEST_WAIT = 8;
+
+// The string of a record lies right behind it.
+const char* stringOf(const ZVStringPoolHash* record) { return reinterpret_cast<const char*>(record + 1); }
 
 size_t roundedUp(size_t size) {
   constexpr size_t STEP = alignof(ZVStringPoolHash);
@@ -136,22 +157,32 @@ void ZVStringPool::makeTables(bool withPointers) {
   if (withPointers) pointerTable_ = std::make_unique<void*[]>(static_cast<size_t>(decodeTableSize_));
 }
 
-// The remainder is the truncating one, so the running value takes either sign.
+// Horner's rule with the remainder at each step, the truncating one, so the running value may take either
+// sign. As long as no byte has a negative weight the value has no sign either and the remainder may wait,
+// for as many bytes as 64 bits have room.
 int32_t ZVStringPool::hash(const char* text) const {
   const int32_t size = hashTableSize_;
   int32_t value = 0;
+  if (size <= LARGEST_SIZE_TO_WAIT) {
+    int waiting = 0;
+    do {
+      auto sum = static_cast<uint64_t>(value);
+      // The weight of the NUL is negative too.
+      for (waiting = 0; waiting < LONGEST_WAIT && weightOf(*text) >= 0; ++waiting, ++text)
+        sum = sum * FACTOR + static_cast<uint64_t>(weightOf(*text));
+      value = static_cast<int32_t>(sum % static_cast<uint64_t>(size));
+    } while (waiting == LONGEST_WAIT);
+  }
   for (; *text; ++text) {
-    int32_t letter = static_cast<signed char>(zvascii::UPPER[static_cast<unsigned char>(*text)]);
-    value = static_cast<int32_t>(static_cast<uint32_t>(value) * 29U + static_cast<uint32_t>(letter - 48));
-    value %= size;
+    uint32_t sum = static_cast<uint32_t>(value) * FACTOR + static_cast<uint32_t>(weightOf(*text));
+    value = static_cast<int32_t>(sum) % size;
   }
   return value < 0 ? -value : value;
 }
 
 const ZVStringPoolHash* ZVStringPool::find(int32_t bucket, const char* text) const {
-  char** strings = decodeTable();
   for (const ZVStringPoolHash* record = hashTable()[bucket]; record; record = record->next) {
-    const char* candidate = strings[record->index];
+    const char* candidate = stringOf(record);
     bool equal = caseSensitive_ ? std::strcmp(text, candidate) == 0 : equalFolded(text, candidate);
     if (equal) return record;
   }

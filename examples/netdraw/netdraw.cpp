@@ -1,0 +1,97 @@
+// netdraw: imports, checks and converts drawings of graphs kept in OML files.
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <map>
+#include <optional>
+
+#include "examples/netdraw/netcmds.h"
+
+namespace {
+
+struct Options {
+  std::string input;
+  std::string output;
+  std::vector<std::string> files;
+  std::optional<Form> from;
+  std::optional<Form> to;
+  bool same = false;
+  bool regions = false;
+
+  Form inputForm() const { return from.value_or(formOfName(input)); }
+  Form outputForm() const { return to.value_or(formOfName(output)); }
+};
+
+void addFormOption(CLI::App* command, const char* names, std::optional<Form>& form, const char* help) {
+  static const std::map<std::string, Form> forms = {{"text", Form::TEXT}, {"binary", Form::BINARY}};
+  command
+      ->add_option_function<std::string>(
+          names, [&form](const std::string& name) { form = forms.at(name); }, help)
+      ->check(CLI::IsMember({"text", "binary"}))
+      ->type_name("FORM");
+}
+
+void addOutputOptions(CLI::App* command, Options& options) {
+  command->add_option("-o,--output", options.output, "the file to write")->required()->type_name("FILE");
+  addFormOption(command, "-t,--to", options.to, "form of the output: text or binary (default: by its name)");
+}
+
+int run(int argc, char** argv) {
+  Options options;
+  CLI::App app(
+      "Imports, checks and converts drawings of graphs kept in OML files. A file whose name ends in .omb is "
+      "in the binary form, any other in the text form, unless an option says otherwise.",
+      "netdraw");
+  app.require_subcommand(1);
+  app.footer("Exit status: 0, 1 if a file has errors, 2 for a wrong call.");
+
+  CLI::App* import = app.add_subcommand("import", "Turn a layout program's plain output into a drawing");
+  import->add_option("INPUT", options.input, "the plain output")->required()->type_name("FILE");
+  addOutputOptions(import, options);
+
+  CLI::App* check = app.add_subcommand("check", "Read drawings and show the messages about them");
+  check->add_option("FILES", options.files, "the files to read")->required()->type_name("FILE");
+  addFormOption(check, "-f,--from", options.from, "form of the files: text or binary (default: by name)");
+  check->add_flag("-s,--same", options.same, "all files must hold the same drawing");
+
+  CLI::App* info = app.add_subcommand("info", "Say what a drawing holds");
+  info->add_option("INPUT", options.input, "the file to read")->required()->type_name("FILE");
+  addFormOption(info, "-f,--from", options.from, "form of the file: text or binary (default: by name)");
+
+  CLI::App* convert = app.add_subcommand("convert", "Read a drawing and write it again, with the ids it had");
+  convert->add_option("INPUT", options.input, "the file to read")->required()->type_name("FILE");
+  addFormOption(convert, "-f,--from", options.from, "form of the input: text or binary (default: by name)");
+  addOutputOptions(convert, options);
+
+  CLI::App* draw = app.add_subcommand("draw", "Draw a picture of a drawing, in SVG");
+  draw->add_option("INPUT", options.input, "the file to draw")->required()->type_name("FILE");
+  addFormOption(draw, "-f,--from", options.from, "form of the input: text or binary (default: by name)");
+  draw->add_option("-o,--output", options.output, "the picture to write")->required()->type_name("FILE");
+  draw->add_flag("-d,--debug-regions", options.regions, "also show where labels could go");
+
+  CLI::App* gallery = app.add_subcommand("gallery", "Draw the shapes with what they answer, in SVG");
+  gallery->add_option("-o,--output", options.output, "the picture to write")->required()->type_name("FILE");
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& wrong) {
+    return app.exit(wrong) == 0 ? EXIT_GOOD : EXIT_WRONG_CALL;
+  }
+
+  if (*import) return importPlain(options.input, options.output, options.outputForm());
+  if (*check) return checkFiles(options.files, options.from ? &*options.from : nullptr, options.same);
+  if (*info) return showInfo(options.input, options.inputForm());
+  if (*draw) return drawFile(options.input, options.inputForm(), options.output, options.regions);
+  if (*gallery) return drawGallery(options.output);
+  return convertFile(options.input, options.inputForm(), options.output, options.outputForm());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "netdraw: %s\n", failure.what());
+    return EXIT_FILE_ERRORS;
+  }
+}

@@ -1,0 +1,115 @@
+// The drawing in memory: a graph with nodes and edges, and the bend points of its edges.
+//
+// The graph owns its nodes and edges, an edge its bends. Lengths are in thousandths of an inch, y upward.
+#ifndef NETDRAW_NETMODEL_H
+#define NETDRAW_NETMODEL_H
+
+#include <string>
+
+#include "utils/zvdlist.h"
+#include "utils/zvdlisti.h"
+#include "utils/zvomlobj.h"
+#include "utils/zvpoint.h"
+#include "utils/zvsize.h"
+
+class NetGraph;
+
+enum class Shape : int32_t { BOX, ELLIPSE, HEXAGON, HOUSE, OCTAGON, CHEVRON };
+enum class Pattern : int32_t { SOLID, DASHED, DOTTED };
+
+// Base of the layer's objects. An object that no file has given an id yet takes its number: the objects of
+// a graph are counted as they are made.
+class NetObject : public ZVOMLObject {
+ public:
+  NetObject(ZVOMLObject* owner, int32_t number) : owner_(owner), number_(number) {}
+  NetObject(const NetObject&) = delete;
+  NetObject& operator=(const NetObject&) = delete;
+
+  ZVOMLObject* pOwnerObject() override { return owner_; }
+  void prepareIDForGraphFile(ZVIndexHashTable* table) override;
+
+ private:
+  ZVOMLObject* owner_;
+  int32_t number_;
+};
+
+class NetNode : public NetObject {
+ public:
+  explicit NetNode(NetGraph* graph);
+
+  std::string title;
+  std::string label;
+  ZVPoint centre;
+  ZVSize size;
+  Shape shape = Shape::BOX;
+  bool filled = false;
+  std::string color;
+  std::string fill;
+
+  int vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVOMLFile* file) override;
+  void vWriteFields(ZVOMLFile* file, int flag) override;
+};
+
+class NetBend : public NetObject {
+ public:
+  explicit NetBend(ZVOMLObject* edge) : NetObject(edge, 0) {}
+
+  ZVPoint point;
+
+  int vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVOMLFile* file) override;
+  void vWriteFields(ZVOMLFile* file, int flag) override;
+};
+
+class NetEdge : public NetObject {
+ public:
+  explicit NetEdge(NetGraph* graph);
+  ~NetEdge() override { bends.deleteAllCellsAndObjects(); }
+
+  NetNode* source = nullptr;
+  NetNode* target = nullptr;
+  std::string color;
+  Pattern pattern = Pattern::SOLID;
+  ZVDList bends;
+
+  NetBend* addBend();
+
+  int vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVOMLFile* file) override;
+  void vWriteFields(ZVOMLFile* file, int flag) override;
+};
+
+class NetGraph : public NetObject {
+ public:
+  NetGraph() : NetObject(nullptr, 1) {}
+  ~NetGraph() override;
+
+  std::string title;
+  double scale = 1.0;
+  ZVSize extent;
+  ZVDList nodes;
+  ZVDList edges;
+
+  NetNode* addNode();
+  NetEdge* addEdge();
+  // The next number for an object of this graph.
+  int32_t takeNumber() { return nextNumber_++; }
+
+  int vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVOMLFile* file) override;
+  void vWriteFields(ZVOMLFile* file, int flag) override;
+
+ protected:
+  void vBuildListOfSubObjects(ZVDList& list) override;
+
+ private:
+  int32_t nextNumber_ = 1;
+};
+
+// Walks a list whose objects are all of one class.
+template <class Object, class Action>
+void forEach(const ZVDList& list, Action action) {
+  for (ZVDListIter it(&list); it; ++it) action(static_cast<Object*>(it.pObject()));
+}
+
+// The first difference between two drawings in words, empty if there is none. Ids are not compared.
+std::string firstDifference(const NetGraph& a, const NetGraph& b);
+
+#endif

@@ -1,0 +1,116 @@
+#include "examples/netdraw/netpage.h"
+
+#include <charconv>
+
+namespace {
+
+// Two decimals, which is finer than a page can show.
+std::string number(double value) {
+  char text[64];
+  auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, 2).ptr;
+  return {text, end};
+}
+
+}  // namespace
+
+SvgPage::SvgPage(const ZVRect& bounds, double unitsPerPixel)
+    : scale_(1.0 / unitsPerPixel), width_(bounds.width() * scale_), height_(bounds.height() * scale_) {
+  transform_.sourceOriginX(bounds.left());
+  transform_.sourceOriginY(bounds.top());
+  transform_.sourceExtentX(bounds.width());
+  transform_.sourceExtentY(bounds.height());
+  transform_.targetExtentX(width_);
+  transform_.targetExtentY(-height_);
+}
+
+std::string SvgPage::x(const ZVPoint& p) const {
+  return number(transform_.transformX(static_cast<double>(p.x())));
+}
+
+std::string SvgPage::y(const ZVPoint& p) const {
+  return number(transform_.transformY(static_cast<double>(p.y())));
+}
+
+std::string SvgPage::at(const ZVPoint& p) const { return x(p) + ' ' + y(p); }
+
+std::string SvgPage::length(double world) const { return number(world * scale_); }
+
+void SvgPage::item(const std::string& element, const std::string& attributes) {
+  items_ += "  <" + element + ' ' + attributes + "/>\n";
+}
+
+void SvgPage::ellipse(const ZVPoint& centre, const ZVSize& size, const std::string& attributes) {
+  item("ellipse cx=\"" + x(centre) + "\" cy=\"" + y(centre) + "\" rx=\"" + length(size.width() / 2.0) +
+           "\" ry=\"" + length(size.height() / 2.0) + '"',
+       attributes);
+}
+
+void SvgPage::rect(const ZVRect& rect, const std::string& attributes) {
+  item("rect x=\"" + x(ZVPoint(rect.left(), 0)) + "\" y=\"" + y(ZVPoint(0, rect.top())) + "\" width=\"" +
+           length(rect.width()) + "\" height=\"" + length(rect.height()) + '"',
+       attributes);
+}
+
+void SvgPage::polygon(const std::vector<ZVPoint>& points, const std::string& attributes) {
+  std::string list;
+  for (const ZVPoint& p : points) list += at(p) + ' ';
+  item("polygon points=\"" + list + '"', attributes);
+}
+
+void SvgPage::line(const ZVPoint& from, const ZVPoint& to, const std::string& attributes) {
+  path({from, to}, false, attributes);
+}
+
+void SvgPage::path(const std::vector<ZVPoint>& points, bool smooth, const std::string& attributes) {
+  std::string commands;
+  for (size_t i = 0; i < points.size(); ++i) {
+    const bool startsCurve = !smooth || i % 3 == 1;
+    commands += i == 0 ? "M " : startsCurve ? (smooth ? "C " : "L ") : "";
+    commands += at(points[i]) + ' ';
+  }
+  item("path d=\"" + commands + '"', "fill=\"none\" " + attributes);
+}
+
+void SvgPage::dot(const ZVPoint& at, const std::string& attributes) {
+  item("circle cx=\"" + x(at) + "\" cy=\"" + y(at) + "\" r=\"1.6\"", attributes);
+}
+
+void SvgPage::text(const ZVPoint& centre, int32_t width, int32_t height, const std::string& text) {
+  // Letters stand on a line about a third of their height below the middle.
+  const ZVPoint base(centre.x(), centre.y() - height / 3);
+  items_ += "  <text x=\"" + x(base) + "\" y=\"" + y(base) + "\" font-size=\"" + length(height) +
+            "\" textLength=\"" + length(width) + "\" lengthAdjust=\"spacingAndGlyphs\">" + escaped(text) +
+            "</text>\n";
+}
+
+std::string SvgPage::svg() const {
+  return "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + number(width_) + "\" height=\"" +
+         number(height_) +
+         "\" font-family=\"DejaVu Sans, Verdana, sans-serif\" text-anchor=\"middle\">\n"
+         "  <rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n" +
+         items_ + "</svg>\n";
+}
+
+std::string SvgPage::escaped(const std::string& text) {
+  std::string result;
+  for (char c : text) {
+    switch (c) {
+      case '&':
+        result += "&amp;";
+        break;
+      case '<':
+        result += "&lt;";
+        break;
+      case '>':
+        result += "&gt;";
+        break;
+      case '"':
+        result += "&quot;";
+        break;
+      default:
+        // Control characters have no spelling in XML.
+        result += static_cast<unsigned char>(c) < 32 ? ' ' : c;
+    }
+  }
+  return result;
+}

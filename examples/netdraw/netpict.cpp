@@ -1,0 +1,186 @@
+#include "examples/netdraw/netpict.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "utils/zvhorseg.h"
+#include "utils/zvptdl.h"
+
+namespace {
+
+constexpr double UNITS_PER_PIXEL = 1000.0 / 72.0;  // 72 pixels to the inch
+constexpr int32_t MARGIN = 100;
+constexpr int32_t LETTER_HEIGHT = 180;
+constexpr int32_t SMALLEST_LETTERS = 20;
+constexpr double ARROW_LENGTH = 130.0;
+constexpr double ARROW_HALF_WIDTH = 45.0;
+constexpr const char* REGION_LINES = "stroke=\"crimson\" stroke-width=\"0.5\"";
+
+// The point that lies that far from one point toward another.
+ZVPoint toward(const ZVPoint& from, const ZVPoint& to, double distance) {
+  const double length = from.distance(to);
+  if (length == 0.0) return from;
+  ZVDTuple step(to.x() - from.x(), to.y() - from.y());
+  step.scale(distance / length);
+  ZVPoint result(from);
+  result += ZVTuple(step);
+  return result;
+}
+
+std::string attribute(const char* name, const std::string& value) {
+  return std::string(name) + "=\"" + SvgPage::escaped(value) + "\" ";
+}
+
+std::string dashes(Pattern pattern) {
+  if (pattern == Pattern::SOLID) return "";
+  return attribute("stroke-dasharray", pattern == Pattern::DASHED ? "5 3" : "1 3");
+}
+
+ZVRect boundsOf(const NetGraph& graph) {
+  ZVRect bounds(0, 0, graph.extent.width(), graph.extent.height());
+  auto include = [&](int32_t left, int32_t bottom, int32_t right, int32_t top) {
+    bounds.setCorners(std::min(bounds.left(), left), std::min(bounds.bottom(), bottom),
+                      std::max(bounds.right(), right), std::max(bounds.top(), top));
+  };
+  forEach<NetNode>(graph.nodes, [&](NetNode* node) {
+    const ZVRect r(node->centre, node->size);
+    include(r.left(), r.bottom(), r.right(), r.top());
+  });
+  forEach<NetEdge>(graph.edges, [&](NetEdge* edge) {
+    forEach<NetBend>(edge->bends, [&](NetBend* bend) {
+      include(bend->point.x(), bend->point.y(), bend->point.x(), bend->point.y());
+    });
+  });
+  bounds.setCorners(bounds.left() - MARGIN, bounds.bottom() - MARGIN, bounds.right() + MARGIN,
+                    bounds.top() + MARGIN);
+  return bounds;
+}
+
+}  // namespace
+
+int32_t textWidth(const std::string& text, int32_t height) {
+  size_t letters = 0;
+  for (char c : text) letters += (static_cast<unsigned char>(c) & 0xc0) != 0x80;
+  return static_cast<int32_t>(std::lround(0.62 * height * static_cast<double>(letters)));
+}
+
+ZVPolygon outlinePolygon(const ZVShape& shape, const ZVPoint& centre, const ZVSize& size) {
+  auto* list = new ZVPointDList;
+  for (const ZVPoint& p : verticesOf(shape, centre, size)) list->appendPoint(new ZVPoint(p));
+  return ZVPolygon(list);
+}
+
+LabelPlace placeLabel(const ZVShape& shape, const ZVPoint& centre, const ZVSize& size,
+                      const std::string& text, int32_t height, ZVLabelLocationEnum location) {
+  ZVRect inner;
+  shape.getCurrentInnerRect(inner, centre, size);
+  for (; height >= SMALLEST_LETTERS; height = height * 9 / 10) {
+    LabelPlace place{centre, textWidth(text, height), height};
+    if (isPolygon(shape)) {
+      const ZVPolygon polygon = outlinePolygon(shape, centre, size);
+      ZVDList grid;
+      polygon.createGrid(&grid, height, location);
+      const int found = polygon.assignRectangle(ZV_LABEL_REGION_CENTER, location, &grid, height, place.width,
+                                                &place.centre, 0);
+      ZVPolygon::deleteGrid(&grid);
+      if (found) return place;
+    } else if (place.width <= inner.width() && height <= inner.height()) {
+      place.centre.set((inner.left() + inner.right()) / 2, (inner.bottom() + inner.top()) / 2);
+      return place;
+    }
+  }
+  return {centre, 0, 0};
+}
+
+void drawOutline(SvgPage& page, const ZVShape& shape, const ZVPoint& centre, const ZVSize& size,
+                 const std::string& attributes) {
+  if (isPolygon(shape)) {
+    page.polygon(verticesOf(shape, centre, size), attributes);
+  } else if (shape.shapeType() == ZV_SHAPE_ELLIPSE) {
+    page.ellipse(centre, size, attributes);
+  } else {
+    page.rect(ZVRect(centre, size), attributes);
+  }
+}
+
+void drawGrid(SvgPage& page, const ZVPolygon& polygon, int32_t height, ZVLabelLocationEnum location) {
+  ZVDList grid;
+  polygon.createGrid(&grid, height, location);
+  forEach<ZVHorSegment>(grid, [&](ZVHorSegment* stripe) {
+    forEach<ZVPoint>(*stripe->pList(), [&](ZVPoint* interval) {
+      page.line(ZVPoint(interval->x(), stripe->y()), ZVPoint(interval->y(), stripe->y()), REGION_LINES);
+    });
+  });
+  ZVPolygon::deleteGrid(&grid);
+}
+
+Picture::Picture(const NetGraph& graph, bool regions)
+    : page_(boundsOf(graph), UNITS_PER_PIXEL), regions_(regions) {
+  forEach<NetEdge>(graph.edges, [&](NetEdge* edge) { drawEdge(*edge); });
+  forEach<NetNode>(graph.nodes, [&](NetNode* node) { drawNode(*node); });
+}
+
+// The point where an edge whose last points are before and last meets the outline of its node: straight on
+// if the outline lies there, else on the way to the node's centre.
+ZVPoint Picture::endOnOutline(const NetNode& node, const ZVPoint& last, const ZVPoint& before) {
+  ++ends_;
+  const ZVShape& shape = shapes_[node.shape];
+  const double reach = ZVPoint::distance(0, 0, node.size.width(), node.size.height());
+  ZVPoint end = toward(last, before, -reach);
+  int met = shape.intersectsSegment(end, before, node.centre, node.size);
+  if (!met) {
+    end = node.centre;
+    met = shape.intersectsSegment(end, before, node.centre, node.size);
+  }
+  endsOnOutline_ += met;
+  return met ? end : last;
+}
+
+void Picture::drawEdge(const NetEdge& edge) {
+  if (!edge.source || !edge.target) return;
+  std::vector<ZVPoint> points;
+  forEach<NetBend>(edge.bends, [&](NetBend* bend) { points.push_back(bend->point); });
+  if (points.size() < 2) points = {edge.source->centre, edge.target->centre};
+  const bool smooth = points.size() % 3 == 1;
+
+  // The curve's control points keep the direction in which it leaves and arrives.
+  const ZVPoint start = endOnOutline(*edge.source, points.front(), points[1]);
+  const ZVPoint tip = endOnOutline(*edge.target, points.back(), points[points.size() - 2]);
+  const ZVPoint back = toward(tip, points[points.size() - 2], ARROW_LENGTH);
+  points.front() = start;
+  points.back() = back;
+  const std::string color = edge.color.empty() ? "black" : edge.color;
+  page_.path(points, smooth, attribute("stroke", color) + dashes(edge.pattern));
+
+  ZVPoint wing(back.y() - tip.y(), tip.x() - back.x());  // a right angle to the left of the arrow
+  wing.scale(ARROW_HALF_WIDTH / ARROW_LENGTH);
+  page_.polygon({tip, ZVPoint(back.x() + wing.x(), back.y() + wing.y()),
+                 ZVPoint(back.x() - wing.x(), back.y() - wing.y())},
+                attribute("fill", color));
+}
+
+void Picture::drawNode(const NetNode& node) {
+  const ZVShape& shape = shapes_[node.shape];
+  drawOutline(page_, shape, node.centre, node.size,
+              attribute("fill", node.filled && !node.fill.empty() ? node.fill : "white") +
+                  attribute("stroke", node.color.empty() ? "black" : node.color));
+  if (regions_) drawRegions(node);
+  if (node.label.empty()) return;
+  ++labels_;
+  const LabelPlace label =
+      placeLabel(shape, node.centre, node.size, node.label, LETTER_HEIGHT, ZV_LABEL_LOCATION_CENTER);
+  if (label.height == 0) return;
+  ++labelsInside_;
+  page_.text(label.centre, label.width, label.height, node.label);
+}
+
+void Picture::drawRegions(const NetNode& node) {
+  const ZVShape& shape = shapes_[node.shape];
+  if (isPolygon(shape)) {
+    drawGrid(page_, outlinePolygon(shape, node.centre, node.size), LETTER_HEIGHT, ZV_LABEL_LOCATION_CENTER);
+  }
+  ZVRect inner;
+  shape.getCurrentInnerRect(inner, node.centre, node.size);
+  page_.rect(inner, std::string("fill=\"none\" ") + REGION_LINES);
+}

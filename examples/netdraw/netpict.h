@@ -1,0 +1,65 @@
+// The picture of a drawing.
+#ifndef NETDRAW_NETPICT_H
+#define NETDRAW_NETPICT_H
+
+#include <string>
+
+#include "examples/netdraw/netmodel.h"
+#include "examples/netdraw/netpage.h"
+#include "examples/netdraw/netshape.h"
+#include "utils/zvpolygo.h"
+
+// Where a label went: its centre and the size of its rectangle. A label that fits nowhere has height 0.
+struct LabelPlace {
+  ZVPoint centre;
+  int32_t width = 0;
+  int32_t height = 0;
+};
+
+class Picture {
+ public:
+  // With regions, the picture also shows where labels could go: the label grid of polygonal nodes and the
+  // text rectangles of the others.
+  Picture(const NetGraph& graph, bool regions);
+
+  std::string svg() const { return page_.svg(); }
+  // Ends of edges that lie on the outlines of their nodes, of all ends.
+  int endsOnOutline() const { return endsOnOutline_; }
+  int ends() const { return ends_; }
+  // Labels that found a place inside their node, of all labels.
+  int labelsInside() const { return labelsInside_; }
+  int labels() const { return labels_; }
+
+ private:
+  void drawEdge(const NetEdge& edge);
+  void drawNode(const NetNode& node);
+  void drawRegions(const NetNode& node);
+  ZVPoint endOnOutline(const NetNode& node, const ZVPoint& last, const ZVPoint& before);
+
+  ShapeSet shapes_;
+  SvgPage page_;
+  bool regions_;
+  int ends_ = 0;
+  int endsOnOutline_ = 0;
+  int labels_ = 0;
+  int labelsInside_ = 0;
+};
+
+// A width that holds the text in letters of that height, taken for a wide sans-serif face.
+int32_t textWidth(const std::string& text, int32_t height);
+
+// Finds the place of a label in a node, in smaller letters if it must be.
+LabelPlace placeLabel(const ZVShape& shape, const ZVPoint& centre, const ZVSize& size,
+                      const std::string& text, int32_t height, ZVLabelLocationEnum location);
+
+// A polygon of the shape's outline, as labels are placed in it.
+ZVPolygon outlinePolygon(const ZVShape& shape, const ZVPoint& centre, const ZVSize& size);
+
+// The outline of a shape.
+void drawOutline(SvgPage& page, const ZVShape& shape, const ZVPoint& centre, const ZVSize& size,
+                 const std::string& attributes);
+
+// The intervals of the grid in which labels of that height are placed.
+void drawGrid(SvgPage& page, const ZVPolygon& polygon, int32_t height, ZVLabelLocationEnum location);
+
+#endif

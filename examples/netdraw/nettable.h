@@ -1,0 +1,53 @@
+// The grammar of netdraw's files, in tables.
+//
+// Binary files hold the numbers that names get from the order of these tables: add new rows at the end only.
+#ifndef NETDRAW_NETTABLE_H
+#define NETDRAW_NETTABLE_H
+
+#include "utils/zvomlsta.h"
+
+namespace nettable {
+
+inline constexpr const char* TYPES[] = {"graph", "node", "edge", "bend", nullptr};
+
+inline constexpr const char* SECTIONS[] = {"extent", "place", "style", "line", nullptr};
+
+// The order of the shapes and patterns is that of Shape and Pattern in netmodel.h.
+inline constexpr ZVOMLStaticVEStruct VALUES[] = {
+    {"box", 0},     {"ellipse", 1}, {"hexagon", 2}, {"house", 3},  {"octagon", 4},
+    {"chevron", 5}, {"solid", 0},   {"dashed", 1},  {"dotted", 2}, {nullptr, 0}};
+
+// Lengths are in thousandths of an inch, x to the right and y upward; a place is the node's centre.
+// clang-format off
+inline constexpr const char* DEFINITIONS[] = {
+    "O $toplevel$", "{", "T graph", "}",
+
+    "O graph", "{",
+    "  F title S",
+    "  F scale R",
+    "  S extent", "{", "F width I R", "F height I R", "}",
+    "  T node",
+    "  T edge",
+    "}",
+
+    "O node", "{",
+    "  F title S R",
+    "  F label S",
+    "  S place", "{", "F x I R", "F y I R", "F width I R", "F height I R", "}",
+    "  S style", "{", "E shape [ box .. chevron ]", "F filled B", "F color S", "F fill S", "}",
+    "}",
+
+    "O edge", "{",
+    "  R source node R",
+    "  R target node R",
+    "  S line", "{", "F color S", "E pattern [ solid .. dotted ]", "}",
+    "  T bend",
+    "}",
+
+    "O bend", "{", "F x I R", "F y I R", "}",
+    nullptr};
+// clang-format on
+
+}  // namespace nettable
+
+#endif

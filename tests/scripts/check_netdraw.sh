@@ -1,0 +1,56 @@
+#!/usr/bin/env bash
+# netdraw as a person calls it: its exit status and what it says. Usage: check_netdraw.sh NETDRAW DATA
+set -uo pipefail
+netdraw=$1
+data=$2
+failures=0
+
+# expect STATUS PATTERN ARGUMENT...: the call ends with that status and prints a line that matches.
+expect() {
+  local status=$1 pattern=$2 output actual
+  shift 2
+  output=$("$netdraw" "$@" 2>&1)
+  actual=$?
+  if [ $actual -ne "$status" ] || ! grep -qE -- "$pattern" <<<"$output"; then
+    echo "netdraw $*: status $actual for $status, and no line like '$pattern' in:"
+    echo "$output"
+    failures=$((failures + 1))
+  fi
+}
+
+expect 0 'Exit status' --help
+expect 0 '--same' check --help
+expect 2 'subcommand' # none given
+expect 2 'text,binary' info --from octal "$data/git.oml"
+expect 2 'required' convert "$data/git.oml"
+
+expect 0 '50 nodes, 126 edges' import "$data/git.plain" --output new.oml
+expect 1 'line 2: .* is no x' import <(printf 'graph 1 2 3\nnode a one 2 3 4 l s box c f\n') -o bad.oml
+expect 1 'cannot be opened' import missing.plain -o bad.oml
+expect 1 'cannot be written' import "$data/git.plain" -o no/such/folder.oml
+expect 1 'cannot be written' convert new.oml -o /dev/full
+[ ! -e bad.oml ] || { echo "a failed import left a file"; failures=$((failures + 1)); }
+
+expect 0 'same drawing' check -s "$data/git.oml" new.oml
+expect 1 'title differs' check --same "$data/git.oml" <(sed 's/"git"/"got"/' new.oml)
+expect 1 'cannot open' info missing.oml
+expect 1 'holds no drawing' info /dev/null
+expect 0 'written as binary' convert new.oml -o new.omb
+expect 0 'references  252 of 252' info --from binary new.omb
+expect 1 'errors' info -f text new.omb
+
+expect 0 '252 of 252 edge ends on an outline, 50 of 50 labels' draw "$data/git.oml" -o git.svg
+expect 0 '482 of 482 edge ends on an outline, 83 of 83 labels' draw -d "$data/graphviz.oml" -o graphviz.svg
+expect 0 'drawn' gallery -o gallery.svg
+expect 1 'cannot be written' gallery -o /dev/full
+for picture in git graphviz gallery; do
+  command -v xmllint >/dev/null && { xmllint --noout $picture.svg || failures=$((failures + 1)); }
+  cmp $picture.svg "$data/../../../docs/images/$picture.svg" || failures=$((failures + 1))
+done
+
+cp new.omb unnamed
+expect 0 'written as text' convert -f binary unnamed -t text -o back.omb
+cmp new.oml back.omb || failures=$((failures + 1))
+
+[ $failures -eq 0 ] && echo "netdraw: all calls as expected"
+exit $((failures > 0))

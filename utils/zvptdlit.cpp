@@ -1,0 +1,3 @@
+#include "utils/zvptdlit.h"
+
+ZV_DEFINE_NO_COPY(ZVPointDListIter)

@@ -1,0 +1,3 @@
+#include "utils/zvptslit.h"
+
+ZV_DEFINE_NO_COPY(ZVPointSListIter)

@@ -1,0 +1,3 @@
+#include "utils/zvredlit.h"
+
+ZV_DEFINE_NO_COPY(ZVRectDListIter)

@@ -1,0 +1,3 @@
+#include "utils/zvreslit.h"
+
+ZV_DEFINE_NO_COPY(ZVRectSListIter)
