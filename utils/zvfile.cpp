@@ -497,7 +497,7 @@ void ZVFile::separatePathFromFile(const char* fullName, char* fileName, char* pa
   char name[NAME_BLOCK_SIZE];
   copyText(name, fullName);
   int separator = searchForToken(name, "/\\:", '-');
-  copyText(fileName, name + separator + 1);
+  copyText(fileName, name + (separator + 1));
   if (separator < 0) return;
   name[separator + 1] = '\0';
   copyText(pathName, name);

@@ -1,6 +1,8 @@
 #include "utils/zvomlbva.h"
 
 #include <cstring>
+#include <limits>
+#include <new>
 
 ZV_DEFINE_VALUE(ZVOMLBinValue, ZVObject)
 
@@ -49,16 +51,17 @@ void ZVOMLBinValue::fill(int32_t length, const char* bytes) {
 
 void ZVOMLBinValue::concat(const ZVOMLBinValue* other) {
   if (!other || other->length_ < 1) return;
-  const int32_t sum = length_ + other->length_;
+  const int64_t sum = static_cast<int64_t>(length_) + other->length_;
+  if (sum > std::numeric_limits<int32_t>::max()) throw std::bad_alloc();
+  char* old = nullptr;
   if (sum > maxLength_) {
-    auto* bytes = new char[static_cast<size_t>(sum)];
-    if (length_ > 0) std::memcpy(bytes, bytes_, static_cast<size_t>(length_));
-    std::memcpy(bytes + length_, other->bytes_, static_cast<size_t>(other->length_));
-    delete[] bytes_;
-    bytes_ = bytes;
-    maxLength_ = sum;
-  } else {
-    std::memcpy(bytes_ + length_, other->bytes_, static_cast<size_t>(other->length_));
+    old = bytes_;
+    bytes_ = new char[static_cast<size_t>(sum)];
+    maxLength_ = static_cast<int32_t>(sum);
+    if (old) std::memcpy(bytes_, old, static_cast<size_t>(length_));
   }
-  length_ = sum;
+  // The other value may be this one, whose bytes are at the front in either case.
+  std::memcpy(bytes_ + length_, other->bytes_, static_cast<size_t>(other->length_));
+  length_ = static_cast<int32_t>(sum);
+  delete[] old;
 }

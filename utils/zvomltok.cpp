@@ -2,6 +2,7 @@
 // the tokens of the text form.
 #include <array>
 #include <cstring>
+#include <limits>
 #include <utility>
 
 #include "utils/zvnumtxt.h"
@@ -15,6 +16,8 @@ namespace {
 // Files that include one another nest no deeper: each level holds a handle and a buffer, and a file may
 // include itself.
 constexpr int32_t DEEPEST_FILE = 1000;
+// In bytes.
+constexpr int32_t LONGEST_VALUE = std::numeric_limits<int32_t>::max();
 
 enum CharClass : uint8_t {
   LETTER = 1,
@@ -87,16 +90,20 @@ std::unique_ptr<ZVOMLToken> ZVOMLFile::nextToken() {
   // Sequences in a row are one value. They are collected first, so that a value in many pieces is not copied
   // for each of them.
   std::string bytes;
-  bool joined = false;
-  while (lookAheadToken() && lookAhead_->tag() == ZV_OML_BINVALUE) {
-    if (!joined)
-      bytes.assign(token->pBinValue()->pByteSequence(), static_cast<size_t>(token->pBinValue()->length()));
-    joined = true;
-    bytes.append(lookAhead_->pBinValue()->pByteSequence(),
-                 static_cast<size_t>(lookAhead_->pBinValue()->length()));
+  const auto append = [&bytes](const ZVOMLBinValue* value) {
+    bytes.append(value->pByteSequence(), static_cast<size_t>(value->length()));
+  };
+  const ZVOMLToken* next = lookAheadToken();
+  for (; next && next->tag() == ZV_OML_BINVALUE; next = lookAheadToken()) {
+    if (bytes.empty()) append(token->pBinValue());
+    append(next->pBinValue());
     lookAhead_.reset();
   }
-  if (joined) token->pBinValue()->fill(static_cast<int32_t>(bytes.size()), bytes.data());
+  if (bytes.size() > static_cast<size_t>(LONGEST_VALUE)) {
+    *token = ZVOMLToken(ZV_OML_BAD, 0, token->line(), token->position());
+  } else if (!bytes.empty()) {
+    token->pBinValue()->fill(static_cast<int32_t>(bytes.size()), bytes.data());
+  }
   if (isFatalError()) token.reset();
   return token;
 }
@@ -113,7 +120,9 @@ ZVOMLToken* ZVOMLFile::newToken(ZVOMLTokenTagEnum tag, int32_t value) const {
   return new ZVOMLToken(tag, value, line(), position());
 }
 
+// A bad token for more bytes than a value can count.
 ZVOMLToken* ZVOMLFile::newBytesToken(const std::string& bytes) const {
+  if (bytes.size() > static_cast<size_t>(LONGEST_VALUE)) return newToken(ZV_OML_BAD, 0);
   auto value = std::make_unique<ZVOMLBinValue>(static_cast<int32_t>(bytes.size()), bytes.data());
   return new ZVOMLToken(ZV_OML_BINVALUE, value.release(), line(), position());
 }
@@ -341,9 +350,8 @@ ZVOMLToken* ZVOMLFile::readTextIntRealScopeOrIP(char c) {
 ZVOMLToken* ZVOMLFile::readShortInteger(char c) {
   if (auxCLIBuffer_) return nullptr;
   const char* next = openFiles_->read;
-  const char* const end = next + 8;
   int32_t number = c - '0';
-  for (; next != end && is(*next, DIGIT); ++next) number = number * 10 + (*next - '0');
+  for (int left = 8; left > 0 && is(*next, DIGIT); --left) number = number * 10 + (*next++ - '0');
   if (is(*next, DIGIT | INTEGER_BREAK)) return nullptr;
   takeCharacters(static_cast<size_t>(next - openFiles_->read));
   return newToken(ZV_OML_INTEGER, number);
