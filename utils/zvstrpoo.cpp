@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 #include <limits>
 #include <new>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "utils/zvascii.h"
 
@@ -62,6 +64,39 @@ struct alignas(ZVStringPoolHash) ZVStringPool::Block {
   char* memory() { return reinterpret_cast<char*>(this + 1); }
 };
 
+// Open addressing with linear probing, at most half full. Texts that follow one another in counting have keys
+// that do, and so lie close together.
+struct ZVStringPool::Directory {
+  struct Place {
+    uint32_t key = 0;
+    int32_t index = -1;  // none
+  };
+
+  // The same for texts that differ by case.
+  static uint32_t keyOf(const char* text) {
+    uint32_t key = 0;
+    for (; *text; ++text) key = key * 29U + static_cast<uint32_t>(WEIGHTS[static_cast<unsigned char>(*text)]);
+    return key;
+  }
+
+  explicit Directory(size_t count) : mask(std::bit_ceil(count * 2) - 1), places(mask + 1) {}
+
+  // The first place from position on that is free or has the key.
+  size_t find(uint32_t key, size_t position) const {
+    position &= mask;
+    while (places[position].index >= 0 && places[position].key != key) position = (position + 1) & mask;
+    return position;
+  }
+  void enter(uint32_t key, int32_t index) {
+    size_t position = key & mask;
+    while (places[position].index >= 0) position = (position + 1) & mask;
+    places[position] = {key, index};
+  }
+
+  size_t mask;
+  std::vector<Place> places;  // a power of two
+};
+
 ZV_DEFINE_FULL(ZVStringPool, ZVObject)
 
 ZVStringPool::ZVStringPool(int32_t hashSize, int32_t decodeSize, int caseSensitive, int withPointers)
@@ -97,6 +132,7 @@ void ZVStringPool::ZVStringPoolattributeCopy(const ZVStringPool& other) {
 
 int32_t ZVStringPool::lookup(const char* text) {
   if (!text || hashTableSize_ == 0) return -1;
+  if (directory_) return findInDirectory(Directory::keyOf(text), text);
   const ZVStringPoolHash* record = find(hash(text), text);
   return record ? record->index : -1;
 }
@@ -113,8 +149,18 @@ void* ZVStringPool::pointer(int32_t index) const {
 
 int32_t ZVStringPool::update(const char* text) {
   if (!text || hashTableSize_ == 0) return -1;
-  int32_t bucket = hash(text);
-  if (const ZVStringPoolHash* record = find(bucket, text)) return record->index;
+  if (decodeTableMax_ > hashTableSize_ && !directory_)
+    makeDirectory(static_cast<size_t>(decodeTableMax_) * 2);
+  uint32_t key = 0;
+  int32_t bucket = 0;
+  if (directory_) {
+    key = Directory::keyOf(text);
+    const int32_t known = findInDirectory(key, text);
+    if (known >= 0) return known;
+  } else {
+    bucket = hash(text);
+    if (const ZVStringPoolHash* record = find(bucket, text)) return record->index;
+  }
 
   if (decodeTableMax_ >= decodeTableSize_ - 1) {
     int64_t newSize = static_cast<int64_t>(decodeTableMax_) * 3 / 2 + 5;
@@ -122,14 +168,40 @@ int32_t ZVStringPool::update(const char* text) {
         static_cast<int32_t>(std::min<int64_t>(newSize, std::numeric_limits<int32_t>::max())));
   }
   size_t size = std::strlen(text) + 1;
-  void* memory = obtain(sizeof(ZVStringPoolHash) + size);
-  auto* record = new (memory) ZVStringPoolHash{decodeTableMax_, hashTable()[bucket]};
-  auto* copy = reinterpret_cast<char*>(record + 1);
+  char* copy = nullptr;
+  if (directory_) {
+    if (static_cast<size_t>(decodeTableMax_) * 2 > directory_->mask)
+      makeDirectory(static_cast<size_t>(decodeTableMax_) * 2);
+    directory_->enter(key, decodeTableMax_);
+    copy = static_cast<char*>(obtain(size));
+  } else {
+    auto* record =
+        new (obtain(sizeof(ZVStringPoolHash) + size)) ZVStringPoolHash{decodeTableMax_, hashTable()[bucket]};
+    hashTable()[bucket] = record;
+    copy = reinterpret_cast<char*>(record + 1);
+  }
   std::memcpy(copy, text, size);
   if (!caseSensitive_) std::transform(copy, copy + size, copy, zvascii::toUpper);
-  hashTable()[bucket] = record;
   decodeTable()[decodeTableMax_] = copy;
   return decodeTableMax_++;
+}
+
+// A directory of all strings, with room for count.
+void ZVStringPool::makeDirectory(size_t count) {
+  auto directory = std::make_unique<Directory>(count);
+  for (int32_t index = 0; index < decodeTableMax_; ++index)
+    directory->enter(Directory::keyOf(decodeTable()[index]), index);
+  directory_ = std::move(directory);
+}
+
+int32_t ZVStringPool::findInDirectory(uint32_t key, const char* text) const {
+  size_t position = directory_->find(key, key);
+  while (directory_->places[position].index >= 0) {
+    const int32_t index = directory_->places[position].index;
+    if (equal(text, decodeTable()[index])) return index;
+    position = directory_->find(key, position + 1);
+  }
+  return -1;
 }
 
 void* ZVStringPool::pointer(int32_t index, void* value) {
@@ -144,6 +216,7 @@ void ZVStringPool::empty() {
     ::operator delete(block);
   }
   hashTable_.reset();
+  directory_.reset();
   decodeTable_.reset();
   pointerTable_.reset();
   hashTableSize_ = 0;
@@ -182,11 +255,13 @@ int32_t ZVStringPool::hash(const char* text) const {
 
 const ZVStringPoolHash* ZVStringPool::find(int32_t bucket, const char* text) const {
   for (const ZVStringPoolHash* record = hashTable()[bucket]; record; record = record->next) {
-    const char* candidate = stringOf(record);
-    bool equal = caseSensitive_ ? std::strcmp(text, candidate) == 0 : equalFolded(text, candidate);
-    if (equal) return record;
+    if (equal(text, stringOf(record))) return record;
   }
   return nullptr;
+}
+
+bool ZVStringPool::equal(const char* text, const char* own) const {
+  return caseSensitive_ ? std::strcmp(text, own) == 0 : equalFolded(text, own);
 }
 
 void ZVStringPool::increaseDecodeTable(int32_t newSize) {

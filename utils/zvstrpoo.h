@@ -4,7 +4,8 @@
 // pointers point at is not owned. Indices never change, and no string is removed alone.
 // A pool that does not tell case apart keeps its strings in upper case. Letters are those of ASCII.
 // Cost: the number of buckets is fixed at construction, so update and lookup are constant as long as the
-// caller sized the pool for its content.
+// caller sized the pool for its content. A pool that comes to hold more strings than it has buckets makes a
+// directory that grows, and is constant again.
 #ifndef ZV_ZVSTRPOO_H
 #define ZV_ZVSTRPOO_H
 
@@ -43,7 +44,8 @@ class ZV_EXPORT ZVStringPool : public ZVObject {
 
   ZV_SHAPE_FULL(ZVStringPool)
 
-  struct Block;  // memory for records and strings, released as a whole
+  struct Block;      // memory for records and strings, released as a whole
+  struct Directory;  // finds the strings of a pool that has outgrown its buckets
 
   ZVStringPoolHash** hashTable() const { return hashTable_.get(); }
   char** decodeTable() const { return decodeTable_.get(); }
@@ -59,11 +61,16 @@ class ZV_EXPORT ZVStringPool : public ZVObject {
   // The bucket of text. The same for either kind of pool: strings that differ by case share a bucket.
   int32_t hash(const char* text) const;
   const ZVStringPoolHash* find(int32_t bucket, const char* text) const;
+  void makeDirectory(size_t count);
+  // The index of text, or -1; key is that of text.
+  int32_t findInDirectory(uint32_t key, const char* text) const;
+  bool equal(const char* text, const char* own) const;
   void increaseDecodeTable(int32_t newSize);
   // Memory that lives as long as the content, aligned for a record.
   void* obtain(size_t size);
 
   std::unique_ptr<ZVStringPoolHash*[]> hashTable_;
+  std::unique_ptr<Directory> directory_;
   std::unique_ptr<char*[]> decodeTable_;
   std::unique_ptr<void*[]> pointerTable_;
   Block* blocks_ = nullptr;  // the current block first
