@@ -47,6 +47,18 @@ bool isDefaults(const ZVOMLSyntaxObject* object) { return object->objectIDIndex(
 
 }  // namespace
 
+void ZVIndexMemory::remember(int32_t first, int32_t second, int32_t index) {
+  if (used_ >= places_.size() / 2) {
+    std::vector<Place> before(std::max<size_t>(places_.size() * 2, 256));
+    before.swap(places_);
+    for (const Place& place : before)
+      if (place.index >= 0) places_[placeOf(place.first, place.second)] = place;
+  }
+  Place& place = places_[placeOf(first, second)];
+  if (place.index < 0) ++used_;
+  place = {first, second, index};
+}
+
 // ---- Whole reads
 
 ZVFileCodeEnum ZVOMLFile::readOMLFile(const char* path, ZVOMLStatic* grammar, ZVObject* expected,
@@ -132,8 +144,7 @@ void ZVOMLFile::collectObjects(ZVOMLSyntaxObject* object, int32_t scope, int32_t
 
 int32_t ZVOMLFile::fullObjectScopeIDIndex(ZVOMLSyntaxObject* object, int32_t scope, int32_t& counter) {
   if (isDefaults(object)) return 0;
-  if (object->objectIDIndex() >= 0)
-    return storeObjectIDIndex(Address(objectID(scope), objectID(object->objectIDIndex())).text());
+  if (object->objectIDIndex() >= 0) return storeAddressIndex(scope, object->objectIDIndex());
   char number[zvnumber::INTEGER_ROOM];
   zvnumber::formatInteger(number, counter--);
   return storeObjectIDIndex(Address(objectID(scope), number).text());
@@ -163,8 +174,12 @@ void ZVOMLFile::checkRequiredFields(ZVOMLSyntaxObject* object, int32_t own, int3
 void ZVOMLFile::checkObjectDefinition(ZVOMLSyntaxField* field, int32_t scope) {
   ZVOMLToken* value = field->pValueToken();
   if (!value) return;
-  const char* text = objectID(value->longValue());
-  if (text[0] != '$') value->longValue(storeObjectIDIndex(Address(objectID(scope), text).text()));
+  const int32_t known = knownIDs_ ? knownIDs_->addresses.find(scope, value->longValue()) : -1;
+  if (known >= 0) {
+    value->longValue(known);
+  } else if (*objectID(value->longValue()) != '$') {
+    value->longValue(storeAddressIndex(scope, value->longValue()));
+  }
   const ZVOMLSyntaxObject* target = pSyntaxObject(value->longValue());
   const int32_t expectedType = field->pDefField()->objTypeIDIndex();
   if (!target) {
@@ -320,6 +335,26 @@ ZVOMLSyntaxObject* ZVOMLFile::pSyntaxObject(int32_t index, ZVOMLSyntaxObject* ob
 ZVObject* ZVOMLFile::pObject(int32_t index) const {
   const auto* record = objectIDPool_ ? static_cast<ObjectRecord*>(objectIDPool_->pointer(index)) : nullptr;
   return record ? record->object : nullptr;
+}
+
+// The index of the decimal text of a number.
+int32_t ZVOMLFile::storeIntegerIDIndex(int32_t number) {
+  int32_t index = knownIDs_ ? knownIDs_->integers.find(0, number) : -1;
+  if (index >= 0 || !objectIDPool_) return index;
+  char text[zvnumber::INTEGER_ROOM];
+  zvnumber::formatInteger(text, number);
+  index = objectIDPool_->update(text);
+  knownIDs_->integers.remember(0, number, index);
+  return index;
+}
+
+// The index of the address that an id, or a relative scope, has in a scope.
+int32_t ZVOMLFile::storeAddressIndex(int32_t scope, int32_t id) {
+  int32_t index = knownIDs_ ? knownIDs_->addresses.find(scope, id) : -1;
+  if (index >= 0 || !objectIDPool_) return index;
+  index = objectIDPool_->update(Address(objectID(scope), objectID(id)).text());
+  knownIDs_->addresses.remember(scope, id, index);
+  return index;
 }
 
 // The record of an address, made if it is new; null for an index that is none of the pool's.

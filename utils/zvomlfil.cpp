@@ -78,6 +78,7 @@ void ZVOMLFile::makePools() {
   unknownFieldIDPool_ = new ZVStringPool(g.fieldIDHashSize(), g.fieldIDPoolSize(), 0, 0);
   uncheckedFieldIDPool_ = new ZVStringPool(g.fieldIDHashSize(), g.fieldIDPoolSize(), 0, 0);
   objectIDPool_ = new ZVStringPool(g.objectIDHashSize(), g.objectIDPoolSize(), 1, 1);
+  knownIDs_ = std::make_unique<KnownIDs>();
   storeObjectIDIndex("defaults");
 }
 
@@ -102,6 +103,7 @@ void ZVOMLFile::cleanup() {
 }
 
 void ZVOMLFile::releasePools() {
+  knownIDs_.reset();
   for (ZVStringPool** pool :
        {&stringPool_, &unknownSectionIDPool_, &unknownFieldIDPool_, &uncheckedFieldIDPool_}) {
     if (*pool) remains().pools.push_back(std::exchange(*pool, nullptr));

@@ -212,6 +212,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   struct Remains;
   class Run;
   struct TokenScratch;
+  struct KnownIDs;
 
   // ---- Frame
   void makePools();
@@ -359,6 +360,8 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVOMLSyntaxObject* pSyntaxObject(int32_t index, ZVOMLSyntaxObject* object);
   ZVObject* pObject(int32_t index) const;
   ObjectRecord* objectRecord(int32_t index);
+  int32_t storeIntegerIDIndex(int32_t number);
+  int32_t storeAddressIndex(int32_t scope, int32_t id);
 
   // ---- Writer. Each public operation puts its bytes in the buffer between beginItem and endItem.
   int inBinary() const { return saveMode_ == ZV_FILE_WRITE_BINARY; }
@@ -442,6 +445,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   std::unique_ptr<ZVOMLToken> lookAhead_;
   int32_t tokenFile_ = -1;  // where the last token that nextToken gave was read
   std::unique_ptr<TokenScratch> scratch_;
+  std::unique_ptr<KnownIDs> knownIDs_;  // of the object id pool
   int ignoreField_ = 0;
   int inUncheckedSection_ = 0;
   ZVStringHandle* auxCLIBuffer_ = nullptr;  // not owned

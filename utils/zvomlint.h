@@ -84,6 +84,40 @@ class ZVOMLFile::Run {
   ZVOMLFile& file_;
 };
 
+// Remembers to which index a pair of numbers led: each pair has one place, which a later pair may take over,
+// and the places grow with the pairs. Pairs that follow one another lie side by side.
+class ZVIndexMemory {
+ public:
+  // The index of the pair, -1 if it is not remembered.
+  int32_t find(int32_t first, int32_t second) const {
+    if (places_.empty()) return -1;
+    const Place& place = places_[placeOf(first, second)];
+    return place.first == first && place.second == second ? place.index : -1;
+  }
+  void remember(int32_t first, int32_t second, int32_t index);
+
+ private:
+  struct Place {
+    int32_t first = 0;
+    int32_t second = 0;
+    int32_t index = -1;
+  };
+
+  size_t placeOf(int32_t first, int32_t second) const {
+    return (static_cast<uint32_t>(first) * 0x9e3779b1U + static_cast<uint32_t>(second)) &
+           (places_.size() - 1);
+  }
+
+  std::vector<Place> places_;  // a power of two, or none
+  size_t used_ = 0;
+};
+
+// What the object id pool would answer again and again.
+struct ZVOMLFile::KnownIDs {
+  ZVIndexMemory integers;   // 0 and a number to the index of its text
+  ZVIndexMemory addresses;  // a scope and an id to the index of the address
+};
+
 // What the token reader keeps between tokens for speed alone.
 struct ZVOMLFile::TokenScratch {
   // What identifiers were classified as, each in the place that its text leads to. Forgotten when a name is

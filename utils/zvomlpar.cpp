@@ -480,7 +480,7 @@ int ZVOMLFile::checkScope(ZVOMLToken* token) {
 
 int32_t ZVOMLFile::checkSimpleScope(ZVOMLToken* token) {
   if (objectIDPool_ && hasTag(token, ZV_OML_INTEGER)) {
-    token->intToObjectID(objectIDPool_);
+    token->intToObjectID(storeIntegerIDIndex(token->longValue()));
     return token->longValue();
   }
   if (hasTag(token, ZV_OML_OBJECT_ID)) {

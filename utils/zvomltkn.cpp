@@ -56,6 +56,5 @@ ZVOMLToken::~ZVOMLToken() {
 void ZVOMLToken::intToObjectID(ZVStringPool* pool) {
   char text[16];
   *std::to_chars(text, text + sizeof text - 1, value_.number).ptr = '\0';
-  tag_ = ZV_OML_OBJECT_ID;
-  value_.number = pool ? pool->update(text) : -1;
+  intToObjectID(pool ? pool->update(text) : -1);
 }

@@ -61,6 +61,11 @@ class ZV_EXPORT ZVOMLToken {
 
   // Turns an integer into an object id: its decimal text is entered in the pool.
   void intToObjectID(ZVStringPool* pool);
+  // The same with the index that the text has.
+  void intToObjectID(int32_t index) {
+    tag_ = ZV_OML_OBJECT_ID;
+    value_.number = index;
+  }
 
  private:
   union Value {

@@ -68,6 +68,19 @@ char leftBracketOf(char c) {
   }
 }
 
+// Whether the text is a number of a few digits, spelled as numbers are printed.
+bool isShortInteger(const char* text, int32_t& number) {
+  constexpr int LONGEST = 9;
+  const bool negative = *text == '-';
+  const char* digits = text + negative;
+  if (*digits == '0' && (negative || digits[1] != '\0')) return false;
+  int length = 0;
+  for (number = 0; length < LONGEST && is(digits[length], DIGIT); ++length)
+    number = number * 10 + (digits[length] - '0');
+  if (negative) number = -number;
+  return length > 0 && digits[length] == '\0';
+}
+
 // An index in the second of two pools whose indices follow one another.
 int32_t behind(const ZVStringPool* first, int32_t index) {
   return index < 0 ? -1 : first->decodeTableMax() + index;
@@ -769,7 +782,10 @@ int32_t ZVOMLFile::storeFieldIDIndex(const char* name) {
   return behind(grammar_->pFieldIDPool(), update(uncheckedFieldIDPool_, name));
 }
 
-int32_t ZVOMLFile::storeObjectIDIndex(const char* text) { return update(objectIDPool_, text); }
+int32_t ZVOMLFile::storeObjectIDIndex(const char* text) {
+  int32_t number = 0;
+  return text && isShortInteger(text, number) ? storeIntegerIDIndex(number) : update(objectIDPool_, text);
+}
 
 const char* ZVOMLFile::string(int32_t index) const { return decode(stringPool_, index); }
 
