@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -33,6 +34,7 @@ struct Faults {
   bool failClose = false;   // EIO, with the handle closed
   size_t most = SIZE_MAX;   // no call moves more bytes
   bool interrupt = false;   // every other call gives EINTR
+  bool once = false;        // only one read or write fails
   int reads = 0;
   int calls = 0;
 } faults;
@@ -43,6 +45,7 @@ long faulty(long number, int handle, const void* buffer, size_t count, int& left
     return -1;
   }
   if (left == 0) {
+    if (faults.once) left = -1;
     errno = failure;
     return -1;
   }
@@ -245,6 +248,48 @@ TEST_F(File, FaultsOfTheSystemAreToldApartFromTheEnd) {
   ::close(handle);
 }
 
+// Bytes that came before the fault are kept, and unread ones tide over it.
+TEST_F(File, FaultThatPassesLosesNoByte) {
+  std::string content;
+  for (int i = 0; content.size() < 30000; ++i) content += std::to_string(i) + '\n';
+  store(content);
+  int reads = 1;  // by the first round, which has no fault
+  for (int place = -1; place < reads - 1; place += place < 0 ? 2 : 1) {
+    faults = Faults();
+    faults.most = 777;
+    faults.failReadAfter = place;
+    faults.once = true;
+    ZVFile file;
+    ASSERT_EQ(file.open("input.tmp", ZV_FILE_READ), ZV_FILE_OK);
+    ASSERT_EQ(readLines(file), modelLines(content)) << place;
+    if (place < 0) reads = faults.reads;
+  }
+  EXPECT_GT(reads, 40);
+}
+
+class UnbufferedFile : public ZVFile {
+ public:
+  using ZVFile::buffered;
+};
+
+TEST_F(File, UnbufferedBinaryReadTellsTheEndFromAFault) {
+  store(std::string(100, 'x'));
+  for (bool fails : {false, true}) {
+    UnbufferedFile file;
+    file.open("input.tmp", ZV_FILE_READ_BINARY);
+    file.buffered(0);
+    faults.most = 30;
+    faults.failReadAfter = fails ? 2 : -1;
+    char data[200];
+    int count = 200;
+    EXPECT_EQ(file.readBinary(data, count), fails ? ZV_FILE_READ_ERROR : ZV_FILE_OK);
+    EXPECT_EQ(count, fails ? 60 : 100);
+    EXPECT_EQ(file.endOfFile(), !fails);
+    EXPECT_EQ(file.error(), fails);
+    faults = Faults();
+  }
+}
+
 TEST_F(File, WritesThatTheSystemCutsShortAreContinued) {
   faults.most = 3;
   faults.interrupt = true;
@@ -355,6 +400,22 @@ TEST_F(File, OpensClosesAndRefuses) {
   copy.copyAttributes(&file);
   EXPECT_EQ(copy.pQueryFileName(), nullptr);
   EXPECT_EQ(file.close(), ZV_FILE_OK);
+}
+
+TEST_F(File, AppendingKeepsAFileThatMayOnlyBeWritten) {
+  store("old");
+  ASSERT_EQ(chmod("input.tmp", 0222), 0);
+  // Nothing is forbidden to the super-user.
+  uid_t user = geteuid();
+  constexpr uid_t NOBODY = 65534;
+  if (user == 0 && seteuid(NOBODY) != 0) GTEST_SKIP();
+  ZVFile file;
+  EXPECT_EQ(file.open("input.tmp", ZV_FILE_APPEND), ZV_FILE_OK);
+  EXPECT_EQ(file.writeString("new"), ZV_FILE_OK);
+  EXPECT_EQ(file.close(), ZV_FILE_OK);
+  ASSERT_EQ(seteuid(user), 0);
+  ASSERT_EQ(chmod("input.tmp", 0666), 0);
+  EXPECT_EQ(load("input.tmp"), "oldnew");
 }
 
 TEST_F(File, NamesOverTheLimitAreNoNames) {

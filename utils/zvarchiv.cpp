@@ -7,8 +7,10 @@ CArchive::~CArchive() = default;
 
 int ZVStreamArchive::ReadString(CString& line) {
   std::string& text = line.text_;
-  text.clear();
-  if (!input_ || !std::getline(*input_, text)) return 0;
+  if (!input_ || !std::getline(*input_, text)) {
+    text.clear();
+    return 0;
+  }
   // The second half of a line end LF CR begins the next line.
   if (!text.empty() && text.front() == '\r') text.erase(0, 1);
   if (!text.empty() && text.back() == '\r') text.pop_back();

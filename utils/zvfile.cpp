@@ -373,8 +373,11 @@ ZVFileCodeEnum ZVFile::bufferedReadBinary(char* data, int& count) {
 
 ZVFileCodeEnum ZVFile::unbufferedReadBinary(char* data, int& count) {
   if (!hasHandle()) return ZV_FILE_READ_ERROR;
-  int32_t arrived = zvplatform::readFile(fileHandle_, data, count);
-  count = std::max(arrived, 0);
+  int want = count;
+  int32_t arrived = 1;
+  for (count = 0; count < want && arrived > 0; count += std::max(arrived, 0)) {
+    arrived = zvplatform::readFile(fileHandle_, data + count, want - count);
+  }
   return arrived == -1 ? ZV_FILE_READ_ERROR : ZV_FILE_OK;
 }
 

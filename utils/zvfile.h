@@ -2,8 +2,9 @@
 // archive that it was given. Text is read through a read-ahead buffer; writing goes straight through.
 //
 // Results: every operation gives a ZVFileCodeEnum and leaves two sticky flags, error and endOfFile, which
-// the next open, attach or successful close resets. Reading past the end sets both; a fault of the system
-// while reading sets error alone. Nothing throws and nothing asserts on bad arguments.
+// the next open, attach or successful close resets. Reading past the end sets both. A fault of the system
+// sets error alone where reading goes ahead, and both byte by byte. Nothing throws and nothing asserts on bad
+// arguments.
 // Ownership: the file owns the handle that it opened, its read-ahead buffer and its two name blocks; what
 // was attached stays the caller's.
 // A name of more than 259 characters is no name of a file: it fails to open and is copied nowhere.

@@ -28,7 +28,7 @@ ZV_EXPORT char* zvGetCurrentWorkingDir(char* buffer, int size, int withSeparator
 // Loads a module; null for a null name or on failure.
 ZV_EXPORT void* getModuleHandle(const char* name);
 // Writes the module's file name (null: the program's), cut at 253 characters. Gives the number of
-// characters, 0 on failure. REQUIRES: buffer has room for 254 bytes.
+// characters, 254 for a name that was cut, 0 on failure. REQUIRES: buffer has room for 254 bytes.
 ZV_EXPORT uint32_t getModuleFileName(void* module, char* buffer);
 // Lets a module go; gives null.
 ZV_EXPORT void* freeModuleHandle(void* module);

@@ -94,8 +94,8 @@ int32_t readFile(int handle, char* buffer, int32_t count) {
   int32_t done = 0;
   while (done < count) {
     auto step = static_cast<int32_t>(_hread(handle, buffer + done, count - done));
-    if (step < 0) return -1;
-    if (step == 0) break;
+    if (step < 0 && done == 0) return -1;
+    if (step <= 0) break;
     done += step;
   }
   return done;
@@ -157,7 +157,10 @@ int retryingOpen(const char* name, int flags) {
 }  // namespace
 
 int openFile(const char* name, Access access) {
-  return freshHandle(retryingOpen(name, access == READ_WRITE ? O_RDWR : O_RDONLY));
+  int handle = retryingOpen(name, access == READ_WRITE ? O_RDWR : O_RDONLY);
+  // A file that may only be written is good enough, and must not be taken for a missing one.
+  if (handle == -1 && errno == EACCES && access == READ_WRITE) handle = retryingOpen(name, O_WRONLY);
+  return freshHandle(handle);
 }
 
 int createFile(const char* name) {
@@ -172,8 +175,8 @@ int32_t readFile(int handle, char* buffer, int32_t count) {
   while (done < count) {
     ssize_t step = ::read(handle, buffer + done, static_cast<size_t>(count - done));
     if (step == -1 && errno == EINTR) continue;
-    if (step == -1) return -1;
-    if (step == 0) break;
+    if (step == -1 && done == 0) return -1;
+    if (step <= 0) break;
     done += static_cast<int32_t>(step);
   }
   return done;

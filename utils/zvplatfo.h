@@ -56,13 +56,15 @@ namespace zvplatform {
 // How an existing file is opened.
 enum Access : int { READ = 0, READ_WRITE = 2 };
 
-// Opens an existing file; -1 if that fails.
+// Opens an existing file; -1 if that fails. READ_WRITE is content with a file that may only be written.
 int openFile(const char* name, Access access);
 
 // Creates a file or truncates it, open for writing; -1 if that fails.
 int createFile(const char* name);
 
-// Reads until count bytes are there or the file ends. Gives the number read, or -1 on failure.
+// Reads until count bytes are there, the file ends or a fault stops it. Gives the number read, or -1 if a
+// fault came before the first byte: what was read is never lost, and the next call meets what stopped this
+// one.
 int32_t readFile(int handle, char* buffer, int32_t count);
 
 // Writes count bytes, all or none reported: gives count, or -1 on failure. A failure is remembered for the
@@ -80,7 +82,7 @@ void* loadModule(const char* name);
 // Gives 1 on success.
 int freeModule(void* module);
 // Writes the module's file name (null: the program's own) into buffer, at most size bytes with its NUL.
-// Gives the number of characters written, 0 on failure.
+// Gives the number of characters written, size for a name that was cut, 0 on failure.
 uint32_t moduleFileName(void* module, char* buffer, uint32_t size);
 void* functionAddress(void* module, const char* name);
 
