@@ -172,8 +172,8 @@ int32_t ZVStringPool::update(const char* text) {
   if (directory_) {
     if (static_cast<size_t>(decodeTableMax_) * 2 > directory_->mask)
       makeDirectory(static_cast<size_t>(decodeTableMax_) * 2);
-    directory_->enter(key, decodeTableMax_);
     copy = static_cast<char*>(obtain(size));
+    directory_->enter(key, decodeTableMax_);
   } else {
     auto* record =
         new (obtain(sizeof(ZVStringPoolHash) + size)) ZVStringPoolHash{decodeTableMax_, hashTable()[bucket]};
