@@ -196,6 +196,8 @@ TYPED_TEST(TypedLists, CopiesShareOrCloneAndKeepTheClass) {
   Twin sharing(list);
   List again(sharing);
   EXPECT_EQ(again.compare(&list), 1);
+  const std::conditional_t<TypeParam::TWO_WAY, ZVSList, ZVDList> plain(list);
+  EXPECT_EQ(plain.compare(&sharing), 1);
   again.copyAllCells(static_cast<List*>(nullptr));
   EXPECT_EQ(again.compare(&list), 0);
   again.copyAllCells(&sharing);

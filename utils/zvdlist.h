@@ -11,6 +11,8 @@
 #ifndef ZV_ZVDLIST_H
 #define ZV_ZVDLIST_H
 
+#include <type_traits>
+
 #include "utils/zvdlistc.h"
 #include "utils/zvlstbas.h"
 
@@ -24,6 +26,10 @@ class ZV_EXPORT ZVDList : public ZVDListBase {
   ZVDList() = default;
   // New cells around the same objects.
   explicit ZVDList(const ZVSList& source);
+  // The same for the classes derived from it, where the conversion to a list of clones would match better.
+  template <class Source>
+  requires(std::is_convertible_v<const Source*, const ZVSList*>) explicit ZVDList(const Source& source)
+      : ZVDList(static_cast<const ZVSList&>(source)) {}
   // Deletes the cells and leaves the objects.
   ~ZVDList() override;
 

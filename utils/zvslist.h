@@ -9,6 +9,8 @@
 #ifndef ZV_ZVSLIST_H
 #define ZV_ZVSLIST_H
 
+#include <type_traits>
+
 #include "utils/zvlstbas.h"
 #include "utils/zvslistc.h"
 
@@ -22,6 +24,10 @@ class ZV_EXPORT ZVSList : public ZVSListBase {
   ZVSList() = default;
   // New cells around the same objects.
   explicit ZVSList(const ZVDList& source);
+  // The same for the classes derived from it, where the conversion to a list of clones would match better.
+  template <class Source>
+  requires(std::is_convertible_v<const Source*, const ZVDList*>) explicit ZVSList(const Source& source)
+      : ZVSList(static_cast<const ZVDList&>(source)) {}
   // Deletes the cells and leaves the objects.
   ~ZVSList() override;
 
