@@ -12,7 +12,9 @@
 #include "utils/zvomlsyn.h"
 #include "utils/zvstrpoo.h"
 
-inline void writeFile(const char* path, const std::string& text) {
+// A new file: overwriting one that exists makes some file systems wait for the disk.
+inline void writeFile(const std::string& path, const std::string& text) {
+  std::remove(path.c_str());
   std::ofstream(path, std::ios::binary) << text;
 }
 
