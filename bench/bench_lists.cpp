@@ -110,7 +110,7 @@ void Append(benchmark::State& state) {
   for (auto _ : state) {
     List list;
     fill(list, state.range(0));
-    benchmark::DoNotOptimize(list);
+    benchmark::DoNotOptimize(&list);
     state.PauseTiming();
     clear(list);
     state.ResumeTiming();
@@ -125,7 +125,7 @@ void Clear(benchmark::State& state) {
     fill(list, state.range(0));
     state.ResumeTiming();
     clear(list);
-    benchmark::DoNotOptimize(list);
+    benchmark::DoNotOptimize(&list);
   }
 }
 
@@ -135,7 +135,7 @@ void AppendAndClear(benchmark::State& state) {
   for (auto _ : state) {
     List list;
     fill(list, state.range(0));
-    benchmark::DoNotOptimize(list);
+    benchmark::DoNotOptimize(&list);
   }
 }
 
@@ -146,7 +146,8 @@ void Copy(benchmark::State& state) {
   fill(source, state.range(0));
   for (auto _ : state) {
     copyInto(target, source);
-    benchmark::DoNotOptimize(target);
+    benchmark::DoNotOptimize(&target);
+    clear(target);
   }
 }
 
@@ -175,7 +176,7 @@ void Reverse(benchmark::State& state) {
   fill(list, state.range(0));
   for (auto _ : state) {
     list.reverse();
-    benchmark::DoNotOptimize(list);
+    benchmark::DoNotOptimize(&list);
   }
 }
 
@@ -186,9 +187,9 @@ void Transfer(benchmark::State& state) {
   for (List& list : lists) fill(list, state.range(0));
   for (auto _ : state) {
     move(lists[0], lists[1]);
-    benchmark::DoNotOptimize(lists);
+    benchmark::DoNotOptimize(&lists);
     move(lists[1], lists[0]);
-    benchmark::DoNotOptimize(lists);
+    benchmark::DoNotOptimize(&lists);
   }
 }
 template <class List>
@@ -206,7 +207,7 @@ void MoveCell(benchmark::State& state) {
   fill(list, state.range(0));
   for (auto _ : state) {
     rotate(list);
-    benchmark::DoNotOptimize(list);
+    benchmark::DoNotOptimize(&list);
   }
 }
 
@@ -217,7 +218,7 @@ void InsertAndErase(benchmark::State& state) {
   ZVObject object;
   for (auto _ : state) {
     insertAndErase(list, &object);
-    benchmark::DoNotOptimize(list);
+    benchmark::DoNotOptimize(&list);
   }
 }
 
@@ -304,7 +305,7 @@ void SortList(benchmark::State& state) {
   Sorter sorter;
   for (auto _ : state) {
     sorter(restorable.list);
-    benchmark::DoNotOptimize(restorable);
+    benchmark::DoNotOptimize(&restorable);
     state.PauseTiming();
     restorable.restore();
     state.ResumeTiming();
@@ -341,7 +342,7 @@ void Update(benchmark::State& state) {
     HashTable table(bucketsFor(state.range(0)));
     int32_t id = 0;
     for (intptr_t key : keys) table.update(key, ++id);
-    benchmark::DoNotOptimize(table);
+    benchmark::DoNotOptimize(&table);
   }
 }
 

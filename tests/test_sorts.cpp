@@ -16,20 +16,24 @@
 #include "utils/zvvalue.h"
 
 namespace {
-int64_t allocations = 0;
-}
 
-// Not inlined, since the compiler would then see free where it expects delete.
-[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+int64_t allocations = 0;
+// Behind volatile pointers, so that no compiler takes these operators for the malloc and free they call.
+void* (*volatile takeMemory)(std::size_t) = std::malloc;
+void (*volatile freeMemory)(void*) = std::free;
+
+}  // namespace
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   ++allocations;
-  return std::malloc(size);
+  return takeMemory(size);
 }
-[[gnu::noinline]] void* operator new(std::size_t size) {
+void* operator new(std::size_t size) {
   if (void* block = operator new(size, std::nothrow)) return block;
   throw std::bad_alloc();
 }
-[[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
-[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+void operator delete(void* block) noexcept { freeMemory(block); }
+void operator delete(void* block, std::size_t) noexcept { freeMemory(block); }
 
 namespace {
 

@@ -10,7 +10,7 @@ ZVIndexHashTable::ZVIndexHashTable(int32_t hashTableSize, int32_t divisor, int32
 ZVIndexHashTable::~ZVIndexHashTable() { empty(); }
 
 int32_t ZVIndexHashTable::sizeOf() const {
-  size_t size = sizeof(ZVIndexHashTable) + static_cast<size_t>(hashTableSize()) * sizeof(ZVIndexHash*) +
+  size_t size = sizeof(ZVIndexHashTable) + static_cast<size_t>(hashTableSize()) * sizeof(void*) +
                 entries_.size() * sizeof(ZVIndexHash);
   return static_cast<int32_t>(size);
 }
