@@ -93,4 +93,14 @@ TEST(IndexHashTable, MaximaStartAtZero) {
   delete clone;
 }
 
+// With a look at the chain for each of them this would not end in any patience.
+TEST(IndexHashTable, AscendingKeysFillOneChainQuickly) {
+  constexpr int32_t COUNT = 1000000;
+  ZVIndexHashTable table(1, 8, -1);
+  for (int32_t i = 1; i <= COUNT; ++i) table.update(8 * i, i);
+  EXPECT_EQ(table.lookup(8), 1);
+  EXPECT_EQ(table.lookup(8 * COUNT), COUNT);
+  EXPECT_EQ(table.maxHashIndex(), 8 * COUNT);
+}
+
 }  // namespace

@@ -498,6 +498,20 @@ TYPED_TEST(Lists, ConversionToTheTwinClonesWhileConstructionAndAssignmentShare) 
   EXPECT_EQ(live, 0);
 }
 
+TYPED_TEST(Lists, ObjectsAreDeletedFromHeadToTail) {
+  struct Noted : ZVObject {
+    Noted(std::vector<int>* to, int number) : notes(to), mine(number) {}
+    ~Noted() override { notes->push_back(mine); }
+    std::vector<int>* notes;
+    int mine;
+  };
+  std::vector<int> notes;
+  typename TypeParam::List list;
+  for (int i = 0; i < 3; ++i) list.appendObject(new Noted(&notes, i));
+  list.deleteAllCellsAndObjects();
+  EXPECT_EQ(notes, (std::vector<int>{0, 1, 2}));
+}
+
 TYPED_TEST(Lists, RemovedCellStillStepsToItsOldNeighbour) {
   using Iter = typename TypeParam::Iter;
   typename TypeParam::List list;

@@ -126,6 +126,12 @@ TEST(Tuple, EachClassHandsOutItsLabelAndCopies) {
   EXPECT_EQ(copy.diagonal(), 9);
   EXPECT_EQ(copy.magnitude(), 9);
   EXPECT_GE(copy.sizeOf(), 16);
+  struct Noticing : ZVSize {
+    void copyAttributes(const ZVObject* other) override { area = ZVSize::castDown(other)->area(); }
+    int32_t area = 0;
+  } noticing;
+  noticing.copyObject(&size);
+  EXPECT_EQ(noticing.area, 42);
   ZVDTuple real(0.5, 1.5);
   ZVDTuple realCopy;
   realCopy = real;
@@ -287,6 +293,12 @@ TEST(Segment, EvaluationAtXAndAtYAreTheSameWithAxesExchanged) {
   double y = 0.0;
   EXPECT_EQ(ZVPoint::lineAtX(kMin, kMin, kMax, kMax, 0.5, y), 1);  // the differences do not wrap here
   EXPECT_EQ(y, 0.5);
+  // The products round here, and the ends stay exact.
+  EXPECT_EQ(ZVPoint::segmentAtX(492830188, -216941977, -915036452, 275167074, -915036452.0, y), 1);
+  EXPECT_EQ(y, 275167074.0);
+  // Multiplied before it is divided.
+  EXPECT_EQ(ZVPoint::lineAtX(0, 0, 5, 3, 3.0, y), 1);
+  EXPECT_EQ(y, 9.0 / 5.0);
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ ZVDList::operator ZVSList() const {
 }
 
 int32_t ZVDList::sizeOf() const {
-  return static_cast<int32_t>(sizeof(ZVDList)) + length() * static_cast<int32_t>(sizeof(ZVDListCell));
+  return static_cast<int32_t>(sizeof(ZVDList) + static_cast<size_t>(length()) * sizeof(ZVDListCell));
 }
 
 void ZVDList::init() {

@@ -1,12 +1,12 @@
 // The root class of every library class with a virtual table.
 //
-// It holds one piece of state, the index of the object's mirror in a Java virtual machine, and it fixes the
-// copy protocol that every class repeats: a deep copy reproduces the whole content, an attribute copy only
-// the configuration. Each kind is reached by a copying constructor, in place (copyObject, copyAttributes)
-// and as a new object (cloneObject, cloneAttributes). The macros at the end of this file write the members
-// that every class repeats.
+// It holds the index of the object's mirror in a Java virtual machine and, where addresses have more than 32
+// bits, the object's identity number, and it fixes the copy protocol that every class repeats: a deep copy
+// reproduces the whole content, an attribute copy only the configuration. Each kind is reached by a copying
+// constructor, in place (copyObject, copyAttributes) and as a new object (cloneObject, cloneAttributes). The
+// macros at the end of this file write the members that every class repeats.
 //
-// A copy never takes over the mirror: a new object has none, a target keeps its own.
+// A copy never takes over the mirror or the identity number: a new object has none, a target keeps its own.
 //
 // Threads: none of this is locked. At most one thread may be between enter and leave at any time.
 #ifndef ZV_ZVOBJECT_H

@@ -48,7 +48,7 @@ ZVSList::operator ZVDList() const {
 }
 
 int32_t ZVSList::sizeOf() const {
-  return static_cast<int32_t>(sizeof(ZVSList)) + length() * static_cast<int32_t>(sizeof(ZVSListCell));
+  return static_cast<int32_t>(sizeof(ZVSList) + static_cast<size_t>(length()) * sizeof(ZVSListCell));
 }
 
 void ZVSList::init() {
