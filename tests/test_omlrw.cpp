@@ -13,7 +13,6 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/ownfolder.h"
 #include "utils/zvdlist.h"
 #include "utils/zvidxhsh.h"
 #include "utils/zvomlbva.h"
@@ -26,10 +25,10 @@
 
 namespace {
 
-class OmlWriter : public InOwnFolder {};
-class OmlRoundTrip : public InOwnFolder {};
-class OmlBuilding : public InOwnFolder {};
-class OmlIds : public InOwnFolder {};
+class OmlWriter : public testing::Test {};
+class OmlRoundTrip : public testing::Test {};
+class OmlBuilding : public testing::Test {};
+class OmlIds : public testing::Test {};
 
 // ---- A small layer above: things within things, with one field of every kind.
 

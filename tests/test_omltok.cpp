@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "tests/support/omlprobe.h"
-#include "tests/support/ownfolder.h"
 
 namespace {
 
@@ -50,7 +49,7 @@ std::string bytes(std::initializer_list<int> values) {
   return text;
 }
 
-class OmlTokens : public InOwnFolder {
+class OmlTokens : public testing::Test {
  protected:
   std::string of(const std::string& text, int binary = 0) {
     writeFile("t.oml", text);
@@ -425,7 +424,7 @@ TEST_F(OmlTokens, BuffersAreCutWithAMarkAndNeverOverrun) {
 
 // ---- Frame
 
-class OmlFrame : public InOwnFolder {};
+class OmlFrame : public testing::Test {};
 
 // A live object that counts itself and owns what is made below it.
 struct Live : ZVObject {
