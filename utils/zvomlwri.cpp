@@ -202,7 +202,7 @@ void ZVOMLFile::internalWriteObjectStart(const char* type, const ZVObject* objec
       output_ += ' ';
       output_ += Decimal(id).text();
     }
-    oneline_ = oneline != 0;
+    oneline_ = oneline ? 1 : 0;
     endField();
   }
   endItem();
@@ -216,7 +216,7 @@ void ZVOMLFile::writeSectionStart(const char* section, int oneline) {
     writeIndentation();
     put(section);
     output_ += ": ";
-    oneline_ = oneline != 0;
+    oneline_ = oneline ? 1 : 0;
     endField();
   }
   endItem();
@@ -459,14 +459,17 @@ void ZVOMLFile::writeBinaryIPAddress(uint32_t address) {
 // Eight digits of the value, and the power of ten that belongs to them.
 void ZVOMLFile::writeBinaryReal(double value) {
   int32_t exponent = 0;
-  if (value > 0) {
-    for (; value < 1e7; value *= 10) --exponent;
-    for (; value > 1e8; value /= 10) ++exponent;
-  } else if (value < 0) {
-    for (; value > -1e7; value *= 10) --exponent;
-    for (; value < -1e8; value /= 10) ++exponent;
+  const double sign = value < 0 ? -1 : 1;
+  double digits = value * sign;
+  while (digits != 0 && digits < 1e7) {
+    digits *= 10;
+    --exponent;
   }
-  writeBinaryIndex('R', static_cast<int32_t>(value));
+  while (digits > 1e8) {
+    digits /= 10;
+    ++exponent;
+  }
+  writeBinaryIndex('R', static_cast<int32_t>(digits * sign));
   writeBinaryIndex('R', exponent);
 }
 
