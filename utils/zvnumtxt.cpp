@@ -115,8 +115,8 @@ struct Conversion {
   bool left = false;   // flag '-'
   bool zeros = false;  // flag '0'
   int width = 0;
-  int precision = -1;           // negative: none is given
-  char specification[8] = "%";  // what is left to snprintf: the flags "+ #", the precision and the letter
+  int precision = -1;       // negative: none is given
+  char directive[8] = "%";  // what is left to snprintf: the flags "+ #", the precision and the letter
 };
 
 // A width or precision; gives false if it is too large.
@@ -129,12 +129,12 @@ bool scanFormatNumber(const char*& format, int& value) {
 
 // Reads a conversion behind its percent sign; gives the place behind it, or null if it takes no double.
 const char* scanConversion(const char* format, Conversion& conversion) {
-  char* end = conversion.specification + 1;
+  char* end = conversion.directive + 1;
   for (; *format && std::strchr("-0+ #'", *format); ++format) {
     // Groups of thousands are a matter of the locale: there are none.
     if (*format == '-') conversion.left = true;
     if (*format == '0') conversion.zeros = true;
-    if (std::strchr("+ #", *format) && !std::strchr(conversion.specification, *format)) *end++ = *format;
+    if (std::strchr("+ #", *format) && !std::strchr(conversion.directive, *format)) *end++ = *format;
   }
   if (!scanFormatNumber(format, conversion.width)) return nullptr;
   if (*format == '.' && !scanFormatNumber(++format, conversion.precision)) return nullptr;
@@ -179,11 +179,11 @@ void padNumber(char* text, size_t length, const Conversion& conversion, bool fin
 }
 
 bool appendConversion(ZVStringHandle& text, double value, const Conversion& conversion) {
-  const char* specification = conversion.specification;
-  int length = std::snprintf(nullptr, 0, specification, conversion.precision, value);
+  const char* directive = conversion.directive;
+  int length = std::snprintf(nullptr, 0, directive, conversion.precision, value);
   if (length < 0) return false;
   char* buffer = text.obtainAppendBuffer(std::max(length, conversion.width));
-  std::snprintf(buffer, static_cast<size_t>(length) + 1, specification, conversion.precision, value);
+  std::snprintf(buffer, static_cast<size_t>(length) + 1, directive, conversion.precision, value);
   padNumber(buffer, replacePoint(buffer), conversion, std::isfinite(value));
   return true;
 }
