@@ -96,11 +96,12 @@ TEST(IndexHashTable, MaximaStartAtZero) {
 // With a look at the chain for each of them this would not end in any patience.
 TEST(IndexHashTable, AscendingKeysFillOneChainQuickly) {
   constexpr int32_t COUNT = 1000000;
+  constexpr intptr_t STEP = 8;
   ZVIndexHashTable table(1, 8, -1);
-  for (int32_t i = 1; i <= COUNT; ++i) table.update(8 * i, i);
-  EXPECT_EQ(table.lookup(8), 1);
-  EXPECT_EQ(table.lookup(8 * COUNT), COUNT);
-  EXPECT_EQ(table.maxHashIndex(), 8 * COUNT);
+  for (int32_t i = 1; i <= COUNT; ++i) table.update(STEP * i, i);
+  EXPECT_EQ(table.lookup(STEP), 1);
+  EXPECT_EQ(table.lookup(STEP * COUNT), COUNT);
+  EXPECT_EQ(table.maxHashIndex(), STEP * COUNT);
 }
 
 }  // namespace

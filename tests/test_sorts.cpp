@@ -271,8 +271,8 @@ TYPED_TEST(ListSorts, QuickSortStaysStableAndFastPastItsDepthLimit) {
       EXPECT_EQ(sort.comparisons, comparisons[tied - 1]);
     }
   }
-  std::vector<int32_t> keys;
-  for (int32_t i = 0; i < 100; ++i) keys.push_back(i * i % 101);
+  std::vector<int32_t> keys(100);
+  for (size_t i = 0; i < keys.size(); ++i) keys[i] = static_cast<int32_t>(i * i % 101);
   Keyed<TypeParam> keyed(keys);
   Sort<TypeParam> sort;
   sort.quickSort(&keyed.list, 0);
