@@ -9,6 +9,7 @@
 // peak is that of a process that does nothing else, less that of one that does nothing at all.
 #include <benchmark/benchmark.h>
 #include <rapidjson/document.h>
+#include <rapidjson/filereadstream.h>
 #include <rapidjson/filewritestream.h>
 #include <rapidjson/reader.h>
 #include <rapidjson/writer.h>
@@ -258,29 +259,60 @@ Package* packageOf(const PackagesByID& packages, int32_t id) {
   return found->second;
 }
 
-// The document as a tree, parsed in place.
-std::unique_ptr<Graph> readJsonDom(const char* path) {
-  std::string content = readWhole(path);
-  rapidjson::Document document;
-  document.ParseInsitu(content.data());
-  if (document.HasParseError()) fail(path);
+// A member that must be there and of that kind, as the grammar of an OML file says it of a field.
+const rapidjson::Value& member(const rapidjson::Value& node, const char* name,
+                               bool (rapidjson::Value::*isKind)() const) {
+  const auto found = node.FindMember(name);
+  if (found == node.MemberEnd() || !(found->value.*isKind)()) fail(name);
+  return found->value;
+}
+int32_t intMember(const rapidjson::Value& node, const char* name) {
+  return member(node, name, &rapidjson::Value::IsInt).GetInt();
+}
+std::string stringMember(const rapidjson::Value& node, const char* name) {
+  const rapidjson::Value& value = member(node, name, &rapidjson::Value::IsString);
+  return {value.GetString(), value.GetStringLength()};
+}
+
+std::unique_ptr<Graph> graphOf(const rapidjson::Document& document, const char* path) {
+  if (document.HasParseError() || !document.IsObject()) fail(path);
   auto graph = std::make_unique<Graph>();
   PackagesByID packages;
-  const auto& list = document["packages"];
+  const auto& list = member(document, "packages", &rapidjson::Value::IsArray);
   packages.reserve(list.Size());
   for (const auto& node : list.GetArray()) {
     auto& package = *graph->packages.emplace_back(std::make_unique<Package>(graph.get()));
-    packages[node["id"].GetInt()] = &package;
-    package.title.assign(node["title"].GetString(), node["title"].GetStringLength());
-    package.area.assign(node["area"].GetString(), node["area"].GetStringLength());
-    package.size = node["size"].GetInt();
+    packages[intMember(node, "id")] = &package;
+    package.title = stringMember(node, "title");
+    package.area = stringMember(node, "area");
+    package.size = intMember(node, "size");
   }
-  for (const auto& node : document["dependencies"].GetArray()) {
+  for (const auto& node : member(document, "dependencies", &rapidjson::Value::IsArray).GetArray()) {
     auto& dependency = *graph->dependencies.emplace_back(std::make_unique<Dependency>(graph.get()));
-    dependency.source = packageOf(packages, node["source"].GetInt());
-    dependency.target = packageOf(packages, node["target"].GetInt());
+    dependency.source = packageOf(packages, intMember(node, "source"));
+    dependency.target = packageOf(packages, intMember(node, "target"));
   }
   return graph;
+}
+
+// The document as a tree, read through a buffer.
+std::unique_ptr<Graph> readJsonDom(const char* path) {
+  std::FILE* file = std::fopen(path, "rb");
+  if (!file) fail(path);
+  auto buffer = std::make_unique<char[]>(65536);
+  rapidjson::FileReadStream stream(file, buffer.get(), 65536);
+  rapidjson::Document document;
+  document.ParseStream(stream);
+  std::fclose(file);
+  return graphOf(document, path);
+}
+
+// The same, parsed in place in a file that is all in memory.
+std::unique_ptr<Graph> readJsonInPlace(const char* path) {
+  std::string content = readWhole(path);
+  rapidjson::Document document;
+  document.ParseInsitu(content.data());
+  return graphOf(document, path);
 }
 
 // The document as events, without a tree. References are resolved behind the end, since they may point
@@ -462,16 +494,15 @@ double fileSize(const char* path) {
   return static_cast<double>(status.st_size);
 }
 
-void report(benchmark::State& state, const char* path, int32_t objects, double peak) {
+void report(benchmark::State& state, const char* path, int32_t objects) {
   state.SetBytesProcessed(static_cast<int64_t>(fileSize(path)) * state.iterations());
   state.counters["file_MB"] = fileSize(path) / 1e6;
   state.counters["per_object"] = benchmark::Counter(
       objects, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
-  state.counters["peak_MB"] = peak;
 }
 
 template <class Read>
-void readBenchmark(benchmark::State& state, const char* path, double peak, Read read) {
+void readBenchmark(benchmark::State& state, const char* path, Read read) {
   int32_t objects = 0;
   for (auto _ : state) {
     std::unique_ptr<Graph> graph = read();
@@ -480,13 +511,13 @@ void readBenchmark(benchmark::State& state, const char* path, double peak, Read 
     graph.reset();
     state.ResumeTiming();
   }
-  report(state, path, objects, peak);
+  report(state, path, objects);
 }
 
 template <class Write>
-void writeBenchmark(benchmark::State& state, const char* path, double peak, Graph& graph, Write write) {
+void writeBenchmark(benchmark::State& state, const char* path, Graph& graph, Write write) {
   for (auto _ : state) write();
-  report(state, path, graph.objects(), peak);
+  report(state, path, graph.objects());
 }
 
 constexpr const char* TEXT = "packages.oml";
@@ -500,59 +531,70 @@ void prepare(ZVOMLStatic& grammar) {
   auto inChild = [](const char* name, const std::function<void()>& work) { peaks[name] = peakMemory(work); };
   // The whole graph with its writers is a process of its own, so that the readers start from nothing.
   const double graphAlone = peakMemory([] { packageGraph(); });
-  peaks["write text"] = peakMemory([&] { writeOml(TEXT, *packageGraph(), grammar, 0); }) - graphAlone;
-  peaks["write binary"] = peakMemory([&] { writeOml(BINARY, *packageGraph(), grammar, 1); }) - graphAlone;
-  peaks["write json"] = peakMemory([&] { writeJson(JSON, *packageGraph()); }) - graphAlone;
-  inChild("read text", [&] { readOml(TEXT, grammar, 0); });
-  inChild("read binary", [&] { readOml(BINARY, grammar, 1); });
-  inChild("read json dom", [] { readJsonDom(JSON); });
-  inChild("read json sax", [] { readJsonSax(JSON); });
+  peaks["write/oml_text"] = peakMemory([&] { writeOml(TEXT, *packageGraph(), grammar, 0); }) - graphAlone;
+  peaks["write/oml_binary"] = peakMemory([&] { writeOml(BINARY, *packageGraph(), grammar, 1); }) - graphAlone;
+  peaks["write/json"] = peakMemory([&] { writeJson(JSON, *packageGraph()); }) - graphAlone;
+  inChild("read/oml_text", [&] { readOml(TEXT, grammar, 0); });
+  inChild("read/oml_binary", [&] { readOml(BINARY, grammar, 1); });
+  inChild("read/json_dom", [] { readJsonDom(JSON); });
+  inChild("read/json_in_place", [] { readJsonInPlace(JSON); });
+  inChild("read/json_sax", [] { readJsonSax(JSON); });
 }
 
 void registerPackages(Data& data) {
   auto add = [](const char* name, auto run) {
-    benchmark::RegisterBenchmark(name, run)->Unit(benchmark::kMillisecond)->MinTime(1.0);
+    auto withPeak = [=](benchmark::State& state) {
+      run(state);
+      state.counters["peak_MB"] = peaks.at(name);
+    };
+    benchmark::RegisterBenchmark(name, withPeak)->Unit(benchmark::kMillisecond)->MinTime(1.0);
   };
   ZVOMLStatic* grammar = data.grammar.get();
   Graph* graph = data.graph.get();
-  add("read/json_dom", [](benchmark::State& s) {
-    readBenchmark(s, JSON, peaks["read json dom"], [] { return readJsonDom(JSON); });
-  });
-  add("read/json_sax", [](benchmark::State& s) {
-    readBenchmark(s, JSON, peaks["read json sax"], [] { return readJsonSax(JSON); });
-  });
-  add("read/oml_text", [=](benchmark::State& s) {
-    readBenchmark(s, TEXT, peaks["read text"], [=] { return readOml(TEXT, *grammar, 0); });
-  });
-  add("read/oml_binary", [=](benchmark::State& s) {
-    readBenchmark(s, BINARY, peaks["read binary"], [=] { return readOml(BINARY, *grammar, 1); });
-  });
-  add("write/json", [=](benchmark::State& s) {
-    writeBenchmark(s, JSON, peaks["write json"], *graph, [=] { writeJson(JSON, *graph); });
-  });
+  add("read/json_dom", [](benchmark::State& s) { readBenchmark(s, JSON, [] { return readJsonDom(JSON); }); });
+  add("read/json_in_place",
+      [](benchmark::State& s) { readBenchmark(s, JSON, [] { return readJsonInPlace(JSON); }); });
+  add("read/json_sax", [](benchmark::State& s) { readBenchmark(s, JSON, [] { return readJsonSax(JSON); }); });
+  add("read/oml_text",
+      [=](benchmark::State& s) { readBenchmark(s, TEXT, [=] { return readOml(TEXT, *grammar, 0); }); });
+  add("read/oml_binary",
+      [=](benchmark::State& s) { readBenchmark(s, BINARY, [=] { return readOml(BINARY, *grammar, 1); }); });
+  add("write/json",
+      [=](benchmark::State& s) { writeBenchmark(s, JSON, *graph, [=] { writeJson(JSON, *graph); }); });
   add("write/oml_text", [=](benchmark::State& s) {
-    writeBenchmark(s, TEXT, peaks["write text"], *graph, [=] { writeOml(TEXT, *graph, *grammar, 0); });
+    writeBenchmark(s, TEXT, *graph, [=] { writeOml(TEXT, *graph, *grammar, 0); });
   });
   add("write/oml_binary", [=](benchmark::State& s) {
-    writeBenchmark(s, BINARY, peaks["write binary"], *graph, [=] { writeOml(BINARY, *graph, *grammar, 1); });
+    writeBenchmark(s, BINARY, *graph, [=] { writeOml(BINARY, *graph, *grammar, 1); });
   });
 }
 
-// The time per object for growing files, each with pools sized for it.
+// The time per object for growing files, each with pools sized for it, and with memory that an earlier read
+// has touched before.
 void registerScaling() {
-  for (const int binary : {0, 1}) {
+  enum Form { JSON_FORM, TEXT_FORM, BINARY_FORM };
+  const std::pair<const char*, Form> forms[] = {
+      {"scale/json_dom/", JSON_FORM}, {"scale/oml_text/", TEXT_FORM}, {"scale/oml_binary/", BINARY_FORM}};
+  for (const auto& [name, form] : forms) {
     for (const int32_t objects : {10000, 100000, 1000000}) {
-      const std::string name =
-          std::string("scale/oml_") + (binary ? "binary/" : "text/") + std::to_string(objects);
       auto run = [=](benchmark::State& state) {
         const std::string path = "scale" + std::to_string(objects);
         auto grammar = makeGrammar(objects / 5, 2 * objects);
-        writeOml(path.c_str(), *randomGraph(objects), *grammar, binary);
-        const double peak = peakMemory([&] { readOml(path.c_str(), *grammar, binary); });
-        readBenchmark(state, path.c_str(), peak, [&] { return readOml(path.c_str(), *grammar, binary); });
+        const int binary = form == BINARY_FORM;
+        if (form == JSON_FORM) {
+          writeJson(path.c_str(), *randomGraph(objects));
+        } else {
+          writeOml(path.c_str(), *randomGraph(objects), *grammar, binary);
+        }
+        readBenchmark(state, path.c_str(), [&] {
+          return form == JSON_FORM ? readJsonDom(path.c_str()) : readOml(path.c_str(), *grammar, binary);
+        });
         std::remove(path.c_str());
       };
-      benchmark::RegisterBenchmark(name.c_str(), run)->Unit(benchmark::kMillisecond)->MinTime(1.0);
+      benchmark::RegisterBenchmark((name + std::to_string(objects)).c_str(), run)
+          ->Unit(benchmark::kMillisecond)
+          ->MinWarmUpTime(1.0)
+          ->MinTime(2.0);
     }
   }
 }
@@ -565,8 +607,8 @@ int main(int argc, char** argv) {
   data.grammar = makeGrammar(70000, 700000);
   prepare(*data.grammar);
   data.graph = packageGraph();
-  for (auto& other : {readJsonDom(JSON), readJsonSax(JSON), readOml(TEXT, *data.grammar, 0),
-                      readOml(BINARY, *data.grammar, 1)})
+  for (auto& other : {readJsonDom(JSON), readJsonInPlace(JSON), readJsonSax(JSON),
+                      readOml(TEXT, *data.grammar, 0), readOml(BINARY, *data.grammar, 1)})
     if (!sameGraph(*data.graph, *other)) fail("the readers do not agree");
   registerPackages(data);
   registerScaling();

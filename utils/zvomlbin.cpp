@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "utils/zvascii.h"
 #include "utils/zvomlint.h"
 #include "utils/zvomlsta.h"
 #include "utils/zvstrpoo.h"
@@ -20,9 +21,8 @@ bool isUpper(char tag) { return tag >= 'A' && tag <= 'Z'; }
 }  // namespace
 
 ZVOMLToken* ZVOMLFile::makeBinaryToken() {
-  const char c = skipUnread(nextBinaryChar());
+  const char c = nextReadChar(nextBinaryChar());
   if (inputEnded(c)) return endOfInput();
-  if (ZVOMLToken* token = checkCharToken(c)) return token;
   switch (c) {
     case 'O':
     case 'o':
@@ -52,8 +52,10 @@ ZVOMLToken* ZVOMLFile::makeBinaryToken() {
     case 'N':
     case '$':
       return readBinaryObjectOrScope(c);
-    default:
-      return newToken(ZV_OML_BAD, c);
+    default: {
+      ZVOMLToken* token = checkCharToken(c);
+      return token ? token : newToken(ZV_OML_BAD, c);
+    }
   }
 }
 
@@ -91,7 +93,7 @@ ZVOMLToken* ZVOMLFile::readBinaryIPAddress(char tag) {
   int32_t octets[4] = {1, 0, 0, 0};
   for (int i = isUpper(tag) ? 0 : 3; i < 4; ++i) octets[i] = static_cast<unsigned char>(nextBinaryChar());
   if (!openFiles_) return newToken(ZV_OML_BAD, 0);
-  return new ZVOMLToken(ZV_OML_IPBYTES, octets, line(), position());
+  return newTokenOf(ZV_OML_IPBYTES, octets, line(), position());
 }
 
 ZVOMLToken* ZVOMLFile::readBinaryReal(char tag) {
@@ -103,7 +105,7 @@ ZVOMLToken* ZVOMLFile::readBinaryReal(char tag) {
   // Zero and infinity stay as they are, which ends an exponent out of all bounds.
   for (; exponent > 0 && value != 0 && std::isfinite(value); --exponent) value *= 10.0;
   for (; exponent < 0 && value != 0; ++exponent) value /= 10.0;
-  return new ZVOMLToken(ZV_OML_REAL, value, line(), position());
+  return newTokenOf(ZV_OML_REAL, value, line(), position());
 }
 
 ZVOMLToken* ZVOMLFile::readBinaryString() { return readQuotedString(&ZVOMLFile::readBinaryTSChar); }
@@ -135,13 +137,28 @@ int32_t ZVOMLFile::takeBinaryRun(std::string& bytes, int32_t count) {
   ZVOpenFileList& top = *openFiles_;
   count = std::min(count, top.binaryLeft);
   bytes.append(top.binaryRead, static_cast<size_t>(count));
-  top.binaryRead += count;
-  top.binaryLeft -= count;
-  top.line = static_cast<int32_t>(static_cast<uint32_t>(top.line) + static_cast<uint32_t>(count));
+  skipBinaryBytes(count);
   return count;
 }
 
+// The number of an id that is a few digits, all of them in the buffer, in which case they are taken; else -1.
+int32_t ZVOMLFile::takeShortID() {
+  constexpr int32_t LONGEST = 8;
+  ZVOpenFileList& top = *openFiles_;
+  const int32_t most = std::min(top.binaryLeft, LONGEST + 1);
+  int32_t number = 0;
+  int32_t count = 0;
+  for (; count < most && zvascii::isDigit(top.binaryRead[count]); ++count)
+    number = number * 10 + (top.binaryRead[count] - '0');
+  if (count == 0 || count == most || top.binaryRead[count] != '"') return -1;
+  if (top.binaryRead[0] == '0' && count > 1) return -1;
+  skipBinaryBytes(count + 1);
+  return number;
+}
+
 ZVOMLToken* ZVOMLFile::readBinaryObjectOrScope(char tag) {
+  const int32_t number = tag == 'N' && openFiles_ ? takeShortID() : -1;
+  if (number >= 0) return newToken(ZV_OML_OBJECT_ID, storeIntegerIDIndex(number));
   std::string& text = emptyByteScratch();
   if (tag == '$') {
     text += '$';
@@ -163,13 +180,6 @@ char ZVOMLFile::readBinaryTSChar() { return nextBinaryChar(); }
 
 // ---- Raw input
 
-char ZVOMLFile::nextBinaryChar() {
-  if (!findBinaryByte()) return '\0';
-  nextBinaryPosition();
-  --openFiles_->binaryLeft;
-  return *openFiles_->binaryRead++;
-}
-
 // The next byte, which stays; 0 at the end of the input.
 char ZVOMLFile::lookAheadBinaryChar() { return findBinaryByte() ? *openFiles_->binaryRead : '\0'; }
 
@@ -190,8 +200,4 @@ int ZVOMLFile::nextBinaryBuffer() {
   top.binaryRead = top.binaryBuffer;
   top.binaryLeft = found ? count : 0;
   return found ? 1 : 0;
-}
-
-void ZVOMLFile::nextBinaryPosition() {
-  openFiles_->line = static_cast<int32_t>(static_cast<uint32_t>(openFiles_->line) + 1U);
 }

@@ -56,7 +56,7 @@ void ZVIndexMemory::remember(int32_t first, int32_t second, int32_t index) {
   }
   Place& place = places_[placeOf(first, second)];
   if (place.index < 0) ++used_;
-  place = {first, second, index};
+  place = {first, second, index, UNKNOWN};
 }
 
 // ---- Whole reads
@@ -95,7 +95,7 @@ void ZVOMLFile::checkSemantics() {
   const int32_t root = storeObjectIDIndex("$");
   int32_t counter = -2;
   if (numberOfErrors() == 0) {
-    collectDefaultFields(syntaxTree_);
+    if (sawDefaults_) collectDefaultFields(syntaxTree_);
     collectObjects(syntaxTree_, root, counter);
   }
   if (numberOfErrors() == 0) checkRequiredFields(syntaxTree_, root, root, counter);
@@ -170,21 +170,27 @@ void ZVOMLFile::checkRequiredFields(ZVOMLSyntaxObject* object, int32_t own, int3
     checkRequiredFields(cell->pObject, cell->pObject->objectIDIndex(), own == 0 ? scope : own, counter);
 }
 
-// A relative value becomes an absolute address once: the first object that is visited decides its scope.
+// A relative value becomes an absolute address once: the first object that is visited decides its scope. What
+// lies at an address does not change any more, so its type is noted where the address is remembered.
 void ZVOMLFile::checkObjectDefinition(ZVOMLSyntaxField* field, int32_t scope) {
   ZVOMLToken* value = field->pValueToken();
-  if (!value) return;
-  const int32_t known = knownIDs_ ? knownIDs_->addresses.find(scope, value->longValue()) : -1;
-  if (known >= 0) {
-    value->longValue(known);
+  if (!value || !objectIDPool_) return;
+  ZVIndexMemory::Place* known = knownIDs_->addresses.find(scope, value->longValue());
+  if (known) {
+    value->longValue(known->index);
   } else if (*objectID(value->longValue()) != '$') {
     value->longValue(storeAddressIndex(scope, value->longValue()));
   }
-  const ZVOMLSyntaxObject* target = pSyntaxObject(value->longValue());
+  int32_t type = known ? known->note : ZVIndexMemory::UNKNOWN;
+  if (type == ZVIndexMemory::UNKNOWN) {
+    const ZVOMLSyntaxObject* target = pSyntaxObject(value->longValue());
+    type = target ? target->typeIndex() : -1;
+    if (known) known->note = type;
+  }
   const int32_t expectedType = field->pDefField()->objTypeIDIndex();
-  if (!target) {
+  if (type < 0) {
     internalErrorMessage(field->fileNameIndex(), value, 28, nullptr, nullptr, nullptr, 0);
-  } else if (expectedType >= 0 && target->typeIndex() != expectedType) {
+  } else if (expectedType >= 0 && type != expectedType) {
     internalErrorMessage(field->fileNameIndex(), value, 27, objTypeID(expectedType), nullptr, nullptr, 0);
   }
 }
@@ -339,20 +345,20 @@ ZVObject* ZVOMLFile::pObject(int32_t index) const {
 
 // The index of the decimal text of a number.
 int32_t ZVOMLFile::storeIntegerIDIndex(int32_t number) {
-  int32_t index = knownIDs_ ? knownIDs_->integers.find(0, number) : -1;
-  if (index >= 0 || !objectIDPool_) return index;
+  if (!objectIDPool_) return -1;
+  if (const ZVIndexMemory::Place* known = knownIDs_->integers.find(0, number)) return known->index;
   char text[zvnumber::INTEGER_ROOM];
   zvnumber::formatInteger(text, number);
-  index = objectIDPool_->update(text);
+  const int32_t index = objectIDPool_->update(text);
   knownIDs_->integers.remember(0, number, index);
   return index;
 }
 
 // The index of the address that an id, or a relative scope, has in a scope.
 int32_t ZVOMLFile::storeAddressIndex(int32_t scope, int32_t id) {
-  int32_t index = knownIDs_ ? knownIDs_->addresses.find(scope, id) : -1;
-  if (index >= 0 || !objectIDPool_) return index;
-  index = objectIDPool_->update(Address(objectID(scope), objectID(id)).text());
+  if (!objectIDPool_) return -1;
+  if (const ZVIndexMemory::Place* known = knownIDs_->addresses.find(scope, id)) return known->index;
+  const int32_t index = objectIDPool_->update(Address(objectID(scope), objectID(id)).text());
   knownIDs_->addresses.remember(scope, id, index);
   return index;
 }
@@ -362,7 +368,9 @@ ZVOMLFile::ObjectRecord* ZVOMLFile::objectRecord(int32_t index) {
   if (!objectIDPool_ || index < 0 || index >= objectIDPool_->decodeTableMax()) return nullptr;
   auto* record = static_cast<ObjectRecord*>(objectIDPool_->pointer(index));
   if (!record) {
-    record = new ObjectRecord;
+    void* memory = records_->obtain(sizeof(ObjectRecord));
+    if (!memory) return nullptr;
+    record = new (memory) ObjectRecord;
     objectIDPool_->pointer(index, record);
   }
   return record;

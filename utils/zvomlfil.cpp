@@ -1,6 +1,8 @@
 // The frame of ZVOMLFile: how one run begins and ends, and what lives from one to the next.
 #include "utils/zvomlfil.h"
 
+#include <algorithm>
+#include <new>
 #include <utility>
 
 #include "utils/zvidxhsh.h"
@@ -22,13 +24,21 @@ void clearText(char* buffer) {
 
 ZV_DEFINE_NO_COPY(ZVOMLFile)
 
+bool ZVOMLArena::nextBlock(size_t size) {
+  constexpr size_t BLOCK = 1 << 16;
+  constexpr size_t FIRST_BLOCK = 1 << 13;
+  const size_t block = std::max(size, blocks_.empty() ? FIRST_BLOCK : BLOCK);
+  std::unique_ptr<std::byte[]> memory(new (std::nothrow) std::byte[block]);
+  if (!memory) return false;
+  next_ = memory.get();
+  left_ = block;
+  blocks_.push_back(std::move(memory));
+  return true;
+}
+
 ZVOMLFile::Remains::~Remains() {
   for (ZVObject* object : objects) delete object;
   for (ZVOMLSyntaxObject* tree : trees) delete tree;
-  for (ZVStringPool* pool : recordPools) {
-    for (int32_t i = 0; i < pool->decodeTableMax(); ++i) delete static_cast<ObjectRecord*>(pool->pointer(i));
-    delete pool;
-  }
   for (ZVStringPool* pool : pools) delete pool;
 }
 
@@ -41,6 +51,8 @@ ZVOMLFile::~ZVOMLFile() {
   ZVOMLFile::cleanup();
   releaseTree();
   releaseRemains();
+  while (freeBrackets_) ::operator delete(std::exchange(freeBrackets_, freeBrackets_->next));
+  while (freeTokens_) ::operator delete(std::exchange(freeTokens_, *static_cast<void**>(freeTokens_)));
 }
 
 void ZVOMLFile::initParser(ZVOMLStatic* grammar, ZVObject* expected, int32_t expectedType, int keepIDs) {
@@ -79,6 +91,7 @@ void ZVOMLFile::makePools() {
   uncheckedFieldIDPool_ = new ZVStringPool(g.fieldIDHashSize(), g.fieldIDPoolSize(), 0, 0);
   objectIDPool_ = new ZVStringPool(g.objectIDHashSize(), g.objectIDPoolSize(), 1, 1);
   knownIDs_ = std::make_unique<KnownIDs>();
+  records_ = std::make_unique<ZVOMLArena>();
   storeObjectIDIndex("defaults");
 }
 
@@ -105,14 +118,16 @@ void ZVOMLFile::cleanup() {
 void ZVOMLFile::releasePools() {
   knownIDs_.reset();
   for (ZVStringPool** pool :
-       {&stringPool_, &unknownSectionIDPool_, &unknownFieldIDPool_, &uncheckedFieldIDPool_}) {
+       {&stringPool_, &unknownSectionIDPool_, &unknownFieldIDPool_, &uncheckedFieldIDPool_, &objectIDPool_}) {
     if (*pool) remains().pools.push_back(std::exchange(*pool, nullptr));
   }
-  if (objectIDPool_) remains().recordPools.push_back(std::exchange(objectIDPool_, nullptr));
+  if (records_) remains().arenas.push_back(std::move(records_));
 }
 
 void ZVOMLFile::releaseTree() {
   if (syntaxTree_) remains().trees.push_back(std::exchange(syntaxTree_, nullptr));
+  for (auto* arena : {&objectNodes_, &fieldNodes_})
+    if (*arena) remains().arenas.push_back(std::move(*arena));
 }
 
 ZVOMLFile::Remains& ZVOMLFile::remains() {

@@ -39,6 +39,7 @@ class ZVOMLSyntaxField;
 class ZVOMLSyntaxObject;
 class ZVOMLSyntaxStruct;
 class ZVStringPool;
+class ZVOMLArena;
 struct ZVBracketList;
 struct ZVOMLDefIndexList;
 struct ZVOpenFileList;
@@ -212,6 +213,15 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   struct Remains;
   class Run;
   struct TokenScratch;
+  struct KnownName;
+  // Gives the memory of a token back to the file.
+  struct TokenReturn {
+    TokenReturn() : file(nullptr) {}
+    explicit TokenReturn(ZVOMLFile* owner) : file(owner) {}
+    void operator()(ZVOMLToken* token) const { file->returnToken(token); }
+    ZVOMLFile* file;
+  };
+  using TokenPtr = std::unique_ptr<ZVOMLToken, TokenReturn>;
   struct KnownIDs;
 
   // ---- Frame
@@ -222,14 +232,21 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   void releaseRemains();
 
   // ---- Tokens: one of look-ahead; null at the end of input
-  std::unique_ptr<ZVOMLToken> nextToken();
+  TokenPtr nextToken();
   ZVOMLToken* lookAheadToken();
+  ZVOMLToken* makeToken();
+  void joinBytes(TokenPtr& token);
   ZVOMLToken* makeTextToken();
   ZVOMLToken* makeBinaryToken();
-  ZVOMLToken* newToken(ZVOMLTokenTagEnum tag, int32_t value) const;
-  ZVOMLToken* newBytesToken(const std::string& bytes) const;
+  template <class... Arguments>
+  ZVOMLToken* newTokenOf(Arguments&&... arguments);
+  void returnToken(ZVOMLToken* token);
+  TokenPtr owned(ZVOMLToken* token) { return TokenPtr(token, TokenReturn{this}); }
+  ZVOMLToken* newToken(ZVOMLTokenTagEnum tag, int32_t value);
+  ZVOMLToken* newBytesToken(const std::string& bytes);
   // Drops what the parser asked to ignore, c being the first character that may belong to it.
   char skipUnread(char c);
+  char nextReadChar(char c);
   ZVOMLToken* endOfInput();
   char skipTextWhiteSpace(char c);
   int skipTextComment();
@@ -245,7 +262,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVOMLToken* readTextNumberEnd(ZVStringHandle& text, int32_t number);
   ZVOMLToken* readTextIdentifier(char c);
   ZVOMLTokenTagEnum classify(const char* name, int32_t& index);
-  ZVOMLToken* newNameToken(ZVOMLTokenTagEnum tag, int32_t index) const;
+  ZVOMLToken* newNameToken(ZVOMLTokenTagEnum tag, int32_t index);
   int32_t declare(ZVStringPool* pool, const char* name);
   void forgetNames();
   ZVOMLToken* readTextFullScope();
@@ -269,6 +286,8 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVOMLToken* readBinaryObjectOrScope(char tag);
   ZVOMLToken* readBinaryName(char tag, ZVOMLTokenTagEnum tokenTag, int32_t count);
   int32_t readBinaryIndex(char tag);
+  int32_t takeShortID();
+  void skipBinaryBytes(int32_t count);
   int32_t takeBinaryRun(std::string& bytes, int32_t count);
   char readBinaryTSChar();
   static char* removeEscapeSequences(char* text);
@@ -282,6 +301,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   char nextFormChar();
   bool inputEnded(char c) const;
   char nextChar();
+  char nextCharElsewhere();
   char lookAheadChar() const;
   char nextAuxCLIChar();
   void takeCharacters(size_t count);
@@ -304,14 +324,17 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
 
   // ---- Parser
   void parse(const char* path);
-  void parseAttributeList(int32_t file, std::unique_ptr<ZVOMLToken> prefix, int32_t section, uint32_t path,
+  void parseAttributeList(int32_t file, const ZVOMLToken* prefix, int32_t section, uint32_t path,
                           ZVOMLSyntaxObject* object, int bracketed);
-  void parseAttribute(int32_t file, std::unique_ptr<ZVOMLToken> prefix, int32_t section, uint32_t path,
-                      ZVOMLSyntaxObject* object, std::unique_ptr<ZVOMLToken> first, int number);
-  void parseObject(int32_t file, std::unique_ptr<ZVOMLToken> typeToken, int32_t id, int32_t section,
-                   uint32_t path, ZVOMLSyntaxObject* parent, int hasBody);
-  void parseField(int32_t file, std::unique_ptr<ZVOMLToken> nameToken, int32_t section, uint32_t path,
-                  ZVOMLSyntaxObject* object, std::unique_ptr<ZVOMLToken> value, int number);
+  void parseAttribute(int32_t file, const ZVOMLToken* listPrefix, int32_t section, uint32_t path,
+                      ZVOMLSyntaxObject* object, TokenPtr& token, int number);
+  static void* obtainNode(size_t size, const std::unique_ptr<ZVOMLArena>& arena);
+  void addNewField(ZVOMLSyntaxObject* object, const ZVOMLSyntaxStruct& place, int32_t name, int32_t section,
+                   uint32_t path, ZVOMLToken* value, ZVOMLDefField* definition, int unchecked);
+  void parseObject(int32_t file, const ZVOMLToken& typeToken, int32_t id, int32_t section, uint32_t path,
+                   ZVOMLSyntaxObject* parent, int hasBody);
+  void parseField(int32_t file, const ZVOMLToken* nameToken, int32_t section, uint32_t path,
+                  ZVOMLSyntaxObject* object, ZVOMLToken* value, int number);
   void parseKeyword(int32_t keyword, ZVOMLSyntaxObject* object, ZVOMLToken* value);
   // Counts one more bracket whose content is parsed, until leaveBracket. Gives 0, with a fatal message, for
   // one that nests too deep.
@@ -320,13 +343,12 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   int isSkipSection(int32_t section) const;
   uint32_t extendSectionPath(int32_t file, ZVOMLToken* token, int32_t objType, uint32_t path);
   void checkObjectSection(int32_t parentType, int32_t parentID, int32_t section, uint32_t path, int32_t file,
-                          ZVOMLToken* token, int32_t objectID);
+                          const ZVOMLToken* token, int32_t objectID);
   ZVOMLDefField* checkFieldSection(int32_t objType, int32_t section, uint32_t path, int32_t file,
-                                   ZVOMLToken* token);
-  ZVOMLDefField* getDefinitionField(int32_t objType, uint32_t path, ZVOMLToken* token);
+                                   const ZVOMLToken* token);
+  ZVOMLDefField* getDefinitionField(int32_t objType, uint32_t path, const ZVOMLToken* token);
   void checkFieldType(ZVOMLDefField* field, ZVOMLToken* value);
-  std::unique_ptr<ZVOMLToken> nthFieldDescrToken(int32_t objType, uint32_t path, int number, int32_t file,
-                                                 ZVOMLToken* value);
+  TokenPtr nthFieldDescrToken(int32_t objType, uint32_t path, int number, int32_t file, ZVOMLToken* value);
   const char* decodeIdeToken(const ZVOMLToken* token) const;
   void illegalSectionInside(int32_t file, ZVOMLToken* first, ZVOMLToken* second);
   int checkSomething(ZVOMLToken* token, ZVOMLTokenTagEnum tag, const char* what);
@@ -339,6 +361,16 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   int checkScope(ZVOMLToken* token);
   int checkEnumValue(ZVOMLToken* token, ZVOMLDefIndexList* values);
   int32_t checkSimpleScope(ZVOMLToken* token);
+
+  // ---- The parser's short way
+  int takePlainField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path);
+  int takePlainTextField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path);
+  int takePlainBinaryField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path);
+  void skipSeparator();
+  char skipBlankLines();
+  const KnownName* findName(const char*& text) const;
+  void addPlainField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path, ZVOMLDefField* definition,
+                     int32_t line, int position, ZVOMLToken& value);
 
   // ---- Semantic pass and object building
   void checkSemantics();
@@ -440,12 +472,20 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVFileModeEnum saveMode_ = ZV_FILE_READ;
   ZVOpenFileList* openFiles_ = nullptr;
   ZVBracketList* brackets_ = nullptr;
+  ZVBracketList* freeBrackets_ = nullptr;  // entries that are used up
   int32_t bracketLevel_ = 0;
   int32_t bracketSkipLevel_ = -1;
-  std::unique_ptr<ZVOMLToken> lookAhead_;
-  int32_t tokenFile_ = -1;  // where the last token that nextToken gave was read
+  TokenPtr lookAhead_;
+  bool plainFields_ = true;   // fields may go the short way
+  bool sawDefaults_ = false;  // the tree holds a defaults group
+  int32_t tokenFile_ = -1;    // where the last token that nextToken gave was read
   std::unique_ptr<TokenScratch> scratch_;
   std::unique_ptr<KnownIDs> knownIDs_;  // of the object id pool
+  void* freeTokens_ = nullptr;          // memory of tokens that are used up; each begins with the next
+  // The nodes of the syntax tree, apart, since most passes look at objects alone.
+  std::unique_ptr<ZVOMLArena> objectNodes_;
+  std::unique_ptr<ZVOMLArena> fieldNodes_;
+  std::unique_ptr<ZVOMLArena> records_;  // of the object id pool
   int ignoreField_ = 0;
   int inUncheckedSection_ = 0;
   ZVStringHandle* auxCLIBuffer_ = nullptr;  // not owned

@@ -2,16 +2,51 @@
 #ifndef ZV_ZVOMLINT_H
 #define ZV_ZVOMLINT_H
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "utils/zvomlfil.h"
 #include "utils/zvstrhnd.h"
 
 class ZVStringPool;
+
+// The characters of the text form.
+namespace zvomlchar {
+
+enum CharClass : uint8_t {
+  LETTER = 1,
+  DIGIT = 2,
+  UNDERSCORE = 4,
+  HEX_DIGIT = 8,
+  SIGN = 16,
+  SCOPE_SEPARATOR = 32,
+  INTEGER_BREAK = 64
+};
+constexpr int IDENTIFIER = LETTER | DIGIT | UNDERSCORE;
+
+inline constexpr std::array<uint8_t, 256> CHAR_CLASSES = [] {
+  std::array<uint8_t, 256> classes{};
+  for (unsigned c = 'a'; c <= 'z'; ++c) classes[c] = classes[c - 'a' + 'A'] = LETTER;
+  for (unsigned c = 'a'; c <= 'f'; ++c) classes[c] = classes[c - 'a' + 'A'] = LETTER | HEX_DIGIT;
+  for (unsigned c = '0'; c <= '9'; ++c) classes[c] = DIGIT | HEX_DIGIT;
+  classes['_'] = UNDERSCORE;
+  classes['+'] = classes['-'] = SIGN;
+  classes[','] = classes['|'] = SCOPE_SEPARATOR;
+  // What makes something else of the digits before it.
+  for (char c : {',', '|', '.', 'e', 'E', 'x'}) classes[static_cast<unsigned char>(c)] |= INTEGER_BREAK;
+  return classes;
+}();
+
+inline bool is(char c, int classes) { return (CHAR_CLASSES[static_cast<unsigned char>(c)] & classes) != 0; }
+
+}  // namespace zvomlchar
 
 // One entry of the stack of open files. Entries below the top keep the state of their file while another one
 // is read in their place.
@@ -49,6 +84,26 @@ struct ZVBracketList {
   ZVBracketList* next;
 };
 
+// Memory for many small things that go together: nothing is released before all of it.
+class ZVOMLArena {
+ public:
+  // Aligned for pointers and numbers; null without memory.
+  void* obtain(size_t size) {
+    constexpr size_t STEP = std::max(alignof(double), alignof(void*));
+    size = (size + STEP - 1) / STEP * STEP;
+    if (left_ < size && !nextBlock(size)) return nullptr;
+    left_ -= size;
+    return std::exchange(next_, next_ + size);
+  }
+
+ private:
+  bool nextBlock(size_t size);
+
+  std::vector<std::unique_ptr<std::byte[]>> blocks_;
+  std::byte* next_ = nullptr;
+  size_t left_ = 0;
+};
+
 // What an entry of the object id pool points to: the nodes of both phases. Neither is owned.
 struct ZVOMLFile::ObjectRecord {
   ZVOMLSyntaxObject* syntaxObject = nullptr;
@@ -66,7 +121,7 @@ struct ZVOMLFile::Remains {
   std::vector<ZVObject*> objects;
   std::vector<ZVOMLSyntaxObject*> trees;
   std::vector<ZVStringPool*> pools;
-  std::vector<ZVStringPool*> recordPools;  // whose entries point to an ObjectRecord each, or to nothing
+  std::vector<std::unique_ptr<ZVOMLArena>> arenas;  // of the trees and the pools
 };
 
 // One run of a read or a write, from behind initParser to the last use of the file: what cleanup releases
@@ -84,25 +139,102 @@ class ZVOMLFile::Run {
   ZVOMLFile& file_;
 };
 
+template <class... Arguments>
+ZVOMLToken* ZVOMLFile::newTokenOf(Arguments&&... arguments) {
+  void* memory = freeTokens_;
+  if (memory) {
+    freeTokens_ = *static_cast<void**>(memory);
+  } else {
+    memory = ::operator new(sizeof(ZVOMLToken));
+  }
+  return new (memory) ZVOMLToken(std::forward<Arguments>(arguments)...);
+}
+
+inline void ZVOMLFile::returnToken(ZVOMLToken* token) {
+  token->~ZVOMLToken();
+  freeTokens_ = new (token) void*(freeTokens_);
+}
+
+// ---- The reader's innermost steps
+
+inline int32_t ZVOMLFile::fileNameIndex() const { return openFiles_ ? openFiles_->fileNameIndex : -1; }
+
+inline ZVOMLToken* ZVOMLFile::newToken(ZVOMLTokenTagEnum tag, int32_t value) {
+  const ZVOpenFileList* top = openFiles_;
+  return newTokenOf(tag, value, top ? top->line : -1, top ? int32_t{top->position} : -1);
+}
+
+inline void ZVOMLFile::nextPosition() {
+  openFiles_->position = static_cast<int16_t>(openFiles_->position + 1);
+}
+
+inline char ZVOMLFile::nextChar() {
+  const ZVOpenFileList* top = openFiles_;
+  if (auxCLIBuffer_ || !top || !top->read || !*top->read) return nextCharElsewhere();
+  nextPosition();
+  return *openFiles_->read++;
+}
+
+inline char ZVOMLFile::lookAheadChar() const {
+  if (auxCLIBuffer_) return *auxCLIBuffer_->pString();
+  return openFiles_ && openFiles_->read ? *openFiles_->read : '\0';
+}
+
+// Takes characters of the present line that were looked at in place.
+inline void ZVOMLFile::takeCharacters(size_t count) {
+  openFiles_->read += count;
+  openFiles_->position = static_cast<int16_t>(openFiles_->position + static_cast<int64_t>(count));
+}
+
+inline void ZVOMLFile::nextBinaryPosition() {
+  openFiles_->line = static_cast<int32_t>(static_cast<uint32_t>(openFiles_->line) + 1U);
+}
+
+// Takes bytes of the buffer that were looked at in place.
+inline void ZVOMLFile::skipBinaryBytes(int32_t count) {
+  ZVOpenFileList& top = *openFiles_;
+  top.binaryRead += count;
+  top.binaryLeft -= count;
+  top.line = static_cast<int32_t>(static_cast<uint32_t>(top.line) + static_cast<uint32_t>(count));
+}
+
+inline char ZVOMLFile::nextBinaryChar() {
+  if ((!openFiles_ || openFiles_->binaryLeft <= 0) && !findBinaryByte()) return '\0';
+  nextBinaryPosition();
+  --openFiles_->binaryLeft;
+  return *openFiles_->binaryRead++;
+}
+
+inline char ZVOMLFile::nextReadChar(char c) {
+  return ignoreField_ || bracketSkipLevel_ >= 0 ? skipUnread(c) : c;
+}
+
+inline bool ZVOMLFile::inputEnded(char c) const {
+  return c == '\0' && (auxCLIBuffer_ ? *auxCLIBuffer_->pString() == '\0' : openFiles_ == nullptr);
+}
+
 // Remembers to which index a pair of numbers led: each pair has one place, which a later pair may take over,
 // and the places grow with the pairs. Pairs that follow one another lie side by side.
 class ZVIndexMemory {
  public:
   // The index of the pair, -1 if it is not remembered.
-  int32_t find(int32_t first, int32_t second) const {
-    if (places_.empty()) return -1;
-    const Place& place = places_[placeOf(first, second)];
-    return place.first == first && place.second == second ? place.index : -1;
-  }
-  void remember(int32_t first, int32_t second, int32_t index);
-
- private:
   struct Place {
     int32_t first = 0;
     int32_t second = 0;
     int32_t index = -1;
+    int32_t note = UNKNOWN;  // the caller's
   };
+  static constexpr int32_t UNKNOWN = -2;
 
+  // The place of the pair, null if it is not remembered.
+  Place* find(int32_t first, int32_t second) {
+    if (places_.empty()) return nullptr;
+    Place& place = places_[placeOf(first, second)];
+    return place.index >= 0 && place.first == first && place.second == second ? &place : nullptr;
+  }
+  void remember(int32_t first, int32_t second, int32_t index);
+
+ private:
   size_t placeOf(int32_t first, int32_t second) const {
     return (static_cast<uint32_t>(first) * 0x9e3779b1U + static_cast<uint32_t>(second)) &
            (places_.size() - 1);
@@ -115,19 +247,31 @@ class ZVIndexMemory {
 // What the object id pool would answer again and again.
 struct ZVOMLFile::KnownIDs {
   ZVIndexMemory integers;   // 0 and a number to the index of its text
-  ZVIndexMemory addresses;  // a scope and an id to the index of the address
+  ZVIndexMemory addresses;  // a scope and an id to the index of the address; the note: type of its object
+};
+
+// What an identifier was classified as. The tag of a bad token stands for the name of a declared field.
+struct ZVOMLFile::KnownName {
+  bool is(const char* name, size_t length) const {
+    return std::memcmp(text, name, length) == 0 && text[length] == '\0';
+  }
+
+  char text[24];
+  ZVOMLTokenTagEnum tag;
+  int32_t index;
 };
 
 // What the token reader keeps between tokens for speed alone.
 struct ZVOMLFile::TokenScratch {
-  // What identifiers were classified as, each in the place that its text leads to. Forgotten when a name is
-  // declared.
-  struct Name {
-    char text[24];
-    ZVOMLTokenTagEnum tag;
-    int32_t index;
-  };
-  std::array<Name, 256> names{};
+  // Each identifier in the place that its text leads to. Forgotten when a name is declared.
+  std::array<KnownName, 256> names{};
+
+  static uint32_t nextKey(uint32_t key, char c) { return key * 31 + static_cast<unsigned char>(c); }
+
+  // Null for a text that is too long.
+  KnownName* placeOf(uint32_t key, size_t length) {
+    return length < sizeof KnownName::text ? &names[key % names.size()] : nullptr;
+  }
 
   ZVStringHandle text;
   std::string bytes;

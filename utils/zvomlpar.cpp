@@ -10,7 +10,7 @@
 
 #include "utils/zverrmsg.h"
 #include "utils/zvomldef.h"
-#include "utils/zvomlfil.h"
+#include "utils/zvomlint.h"
 #include "utils/zvomlsta.h"
 #include "utils/zvomlsyn.h"
 #include "utils/zvstrpoo.h"
@@ -108,6 +108,7 @@ uint32_t agreedPath(const ZVOMLDefObjType* type, uint32_t path, Matches& matches
 
 void ZVOMLFile::parse(const char* path) {
   parseDepth_ = 0;
+  sawDefaults_ = false;
   pushFile(path);
   if (isFatalError()) return;
   syntaxTree_ = new (std::nothrow) ZVOMLSyntaxObject(this, -1, 0, fileNameIndex(), TOP_LEVEL_TYPE, NO_ID,
@@ -116,25 +117,27 @@ void ZVOMLFile::parse(const char* path) {
     internalErrorMessage(MEMORY_EXHAUSTED, nullptr, nullptr, nullptr, 1);
     return;
   }
+  objectNodes_ = std::make_unique<ZVOMLArena>();
+  fieldNodes_ = std::make_unique<ZVOMLArena>();
   parseAttributeList(fileNameIndex(), nullptr, NO_SECTION, 0, syntaxTree_, 0);
   if (numberOfErrors() > 0) releaseTree();
 }
 
-void ZVOMLFile::parseAttributeList(int32_t file, std::unique_ptr<ZVOMLToken> prefix, int32_t section,
-                                   uint32_t path, ZVOMLSyntaxObject* object, int bracketed) {
-  std::unique_ptr<ZVOMLToken> token = nextToken();
-  for (int number = 1; token && !(bracketed && token->tag() == ZV_OML_RIGHT_BRACKET); ++number) {
-    parseAttribute(file, prefix ? std::make_unique<ZVOMLToken>(*prefix) : nullptr, section, path, object,
-                   std::move(token), number);
-    token = nextToken();
+void ZVOMLFile::parseAttributeList(int32_t file, const ZVOMLToken* prefix, int32_t section, uint32_t path,
+                                   ZVOMLSyntaxObject* object, int bracketed) {
+  for (int number = 1;; ++number) {
+    if (!prefix && takePlainField(object, section, path)) continue;
+    TokenPtr token = nextToken();
+    if (!token || (bracketed && token->tag() == ZV_OML_RIGHT_BRACKET)) break;
+    parseAttribute(file, prefix, section, path, object, token, number);
   }
   inUncheckedSection(0);
 }
 
-void ZVOMLFile::parseAttribute(int32_t file, std::unique_ptr<ZVOMLToken> prefix, int32_t section,
-                               uint32_t path, ZVOMLSyntaxObject* object, std::unique_ptr<ZVOMLToken> first,
-                               int number) {
-  std::unique_ptr<ZVOMLToken> token = std::move(first);
+// Takes a copy of the prefix that the list gives all its attributes, and uses the token up.
+void ZVOMLFile::parseAttribute(int32_t file, const ZVOMLToken* listPrefix, int32_t section, uint32_t path,
+                               ZVOMLSyntaxObject* object, TokenPtr& token, int number) {
+  TokenPtr prefix = owned(listPrefix ? newTokenOf(*listPrefix) : nullptr);
   int unknownField = 0;
   for (; isHeadToken(token.get()); token = nextToken()) {
     if (token->tag() == ZV_OML_BAD) {
@@ -158,9 +161,9 @@ void ZVOMLFile::parseAttribute(int32_t file, std::unique_ptr<ZVOMLToken> prefix,
     } else if (enterBracket(token.get())) {
       token.reset();
       if (isObject) {
-        parseObject(file, std::move(prefix), NO_ID, section, path, object, 1);
+        parseObject(file, *prefix, NO_ID, section, path, object, 1);
       } else {
-        parseAttributeList(file, std::move(prefix), section, path, object, 1);
+        parseAttributeList(file, prefix.get(), section, path, object, 1);
       }
       leaveBracket();
     }
@@ -168,14 +171,14 @@ void ZVOMLFile::parseAttribute(int32_t file, std::unique_ptr<ZVOMLToken> prefix,
     int32_t id = checkSimpleScope(token.get());
     int hasBody = hasTag(lookAheadToken(), ZV_OML_LEFT_BRACKET);
     if (hasBody && !enterBracket(nextToken().get())) return;
-    parseObject(file, std::move(prefix), id, section, path, object, hasBody);
+    parseObject(file, *prefix, id, section, path, object, hasBody);
     if (hasBody) leaveBracket();
   } else if (unknownField) {
     ignoreField_ = 1;
   } else {
-    parseField(file, std::move(prefix), section, path, object, std::move(token), number);
+    parseField(file, prefix.get(), section, path, object, token.get(), number);
   }
-  if (hasTag(lookAheadToken(), ZV_OML_SEPARATOR)) nextToken();
+  skipSeparator();
 }
 
 int ZVOMLFile::enterBracket(const ZVOMLToken* bracket) {
@@ -189,62 +192,86 @@ int ZVOMLFile::enterBracket(const ZVOMLToken* bracket) {
 
 // ---- Objects and fields
 
-void ZVOMLFile::parseObject(int32_t file, std::unique_ptr<ZVOMLToken> typeToken, int32_t id, int32_t section,
+// Memory in the syntax tree; null without memory, and after a fatal error.
+void* ZVOMLFile::obtainNode(size_t size, const std::unique_ptr<ZVOMLArena>& arena) {
+  return arena ? arena->obtain(size) : nullptr;
+}
+
+void ZVOMLFile::parseObject(int32_t file, const ZVOMLToken& typeToken, int32_t id, int32_t section,
                             uint32_t path, ZVOMLSyntaxObject* parent, int hasBody) {
-  int32_t type = typeToken->longValue();
-  std::unique_ptr<ZVOMLSyntaxObject> node(
-      new (std::nothrow) ZVOMLSyntaxObject(this, typeToken->line(), typeToken->position(), file, type, id,
-                                           section, path, pObjTypeDefinition(type)));
-  if (!node) {
-    internalErrorMessage(file, typeToken.get(), MEMORY_EXHAUSTED, nullptr, nullptr, nullptr, 1);
+  int32_t type = typeToken.longValue();
+  void* memory = obtainNode(sizeof(ZVOMLSyntaxObjectList) + sizeof(ZVOMLSyntaxObject), objectNodes_);
+  if (!memory) {
+    internalErrorMessage(file, &typeToken, MEMORY_EXHAUSTED, nullptr, nullptr, nullptr, 1);
     return;
   }
+  auto* node = new (static_cast<ZVOMLSyntaxObjectList*>(memory) + 1) ZVOMLSyntaxObject(
+      this, typeToken.line(), typeToken.position(), file, type, id, section, path, pObjTypeDefinition(type));
+  node->inArena_ = true;
+  auto* cell = new (memory) ZVOMLSyntaxObjectList(node);
+  cell->inArena = true;
+  // Until the parent has it.
+  const auto drop = [](ZVOMLSyntaxObjectList* unused) { unused->~ZVOMLSyntaxObjectList(); };
+  std::unique_ptr<ZVOMLSyntaxObjectList, decltype(drop)> owner(cell, drop);
   if (hasBody) {
-    parseAttributeList(file, nullptr, NO_SECTION, 0, node.get(), 1);
+    parseAttributeList(file, nullptr, NO_SECTION, 0, node, 1);
     if (node->objectIDIndex() == DEFAULTS_ID) {
-      for (ZVOMLSyntaxObjectList* cell = node->pObjectList(); cell; cell = cell->pNext) {
-        cell->pObject->sectionIDIndex(section);
-        cell->pObject->sectionPathIndex(path);
+      sawDefaults_ = true;
+      for (ZVOMLSyntaxObjectList* sub = node->pObjectList(); sub; sub = sub->pNext) {
+        sub->pObject->sectionIDIndex(section);
+        sub->pObject->sectionPathIndex(path);
       }
     }
   }
-  checkObjectSection(parent->objTypeIDIndex(), parent->objectIDIndex(), section, path, file, typeToken.get(),
+  checkObjectSection(parent->objTypeIDIndex(), parent->objectIDIndex(), section, path, file, &typeToken,
                      node->objectIDIndex());
-  if (numberOfErrors() == 0) parent->addObject(node.release());
+  if (numberOfErrors() == 0) parent->addCell(owner.release());
 }
 
-void ZVOMLFile::parseField(int32_t file, std::unique_ptr<ZVOMLToken> nameToken, int32_t section,
-                           uint32_t path, ZVOMLSyntaxObject* object, std::unique_ptr<ZVOMLToken> value,
-                           int number) {
+// Takes over the content of the value.
+void ZVOMLFile::parseField(int32_t file, const ZVOMLToken* nameToken, int32_t section, uint32_t path,
+                           ZVOMLSyntaxObject* object, ZVOMLToken* value, int number) {
   if (nameToken && !nameToken->isUnknownField() && nameToken->longValue() < FIRST_ORDINARY_FIELD) {
-    parseKeyword(nameToken->longValue(), object, value.get());
+    parseKeyword(nameToken->longValue(), object, value);
     return;
   }
   int32_t type = object->objTypeIDIndex();
   int unchecked = inUncheckedSection();
+  TokenPtr positional;
   if (!nameToken) {
     file = tokenFile_;
     if (unchecked) {
-      internalErrorMessage(file, value.get(), UNEXPECTED_VALUE, nullptr, nullptr, nullptr, 0);
+      internalErrorMessage(file, value, UNEXPECTED_VALUE, nullptr, nullptr, nullptr, 0);
     } else {
-      nameToken = nthFieldDescrToken(type, path, number, file, value.get());
+      positional = nthFieldDescrToken(type, path, number, file, value);
+      nameToken = positional.get();
     }
   }
   ZVOMLDefField* definition = nullptr;
   if (nameToken && !unchecked) {
-    checkFieldType(checkFieldSection(type, section, path, file, nameToken.get()), value.get());
-    definition = getDefinitionField(type, path, nameToken.get());
+    checkFieldType(checkFieldSection(type, section, path, file, nameToken), value);
+    definition = getDefinitionField(type, path, nameToken);
   }
   if (!nameToken || numberOfErrors() > 0) return;
-  auto* field = new (std::nothrow)
-      ZVOMLSyntaxField(this, nameToken->line(), nameToken->position(), file, nameToken->longValue(), section,
-                       path, value.get(), definition, unchecked);
-  if (!field) {
-    internalErrorMessage(file, nameToken.get(), MEMORY_EXHAUSTED, nullptr, nullptr, nullptr, 1);
+  const ZVOMLSyntaxStruct place(this, nameToken->line(), nameToken->position(), file);
+  addNewField(object, place, nameToken->longValue(), section, path, value, definition, unchecked);
+}
+
+// Takes over the content of the value, which may be null.
+void ZVOMLFile::addNewField(ZVOMLSyntaxObject* object, const ZVOMLSyntaxStruct& place, int32_t name,
+                            int32_t section, uint32_t path, ZVOMLToken* value, ZVOMLDefField* definition,
+                            int unchecked) {
+  void* memory = obtainNode(sizeof(ZVOMLSyntaxFieldList) + sizeof(ZVOMLSyntaxField), fieldNodes_);
+  if (!memory) {
+    internalErrorMessage(string(place.fileNameIndex()), place.line(), place.position(), MEMORY_EXHAUSTED,
+                         nullptr, nullptr, nullptr, 1);
     return;
   }
-  static_cast<void>(value.release());  // the field has it now
-  object->addField(field);
+  auto* field = new (static_cast<ZVOMLSyntaxFieldList*>(memory) + 1)
+      ZVOMLSyntaxField(place, name, section, path, value, definition, unchecked);
+  auto* cell = new (memory) ZVOMLSyntaxFieldList(field);
+  cell->inArena = true;
+  object->addCell(cell);
 }
 
 void ZVOMLFile::parseKeyword(int32_t keyword, ZVOMLSyntaxObject* object, ZVOMLToken* value) {
@@ -319,7 +346,7 @@ uint32_t ZVOMLFile::extendSectionPath(int32_t file, ZVOMLToken* token, int32_t o
 }
 
 void ZVOMLFile::checkObjectSection(int32_t parentType, int32_t parentID, int32_t section, uint32_t path,
-                                   int32_t file, ZVOMLToken* token, int32_t objectID) {
+                                   int32_t file, const ZVOMLToken* token, int32_t objectID) {
   int32_t type = token->longValue();
   bool allowed = false;
   if (parentID == DEFAULTS_ID) {
@@ -336,7 +363,7 @@ void ZVOMLFile::checkObjectSection(int32_t parentType, int32_t parentID, int32_t
 }
 
 ZVOMLDefField* ZVOMLFile::checkFieldSection(int32_t objType, int32_t section, uint32_t path, int32_t file,
-                                            ZVOMLToken* token) {
+                                            const ZVOMLToken* token) {
   const ZVOMLDefObjType* type = pObjTypeDefinition(objType);
   ZVOMLDefField* field =
       type && !token->isUnknownField() ? type->findFieldInAllSections(path, token->longValue()) : nullptr;
@@ -351,7 +378,7 @@ ZVOMLDefField* ZVOMLFile::checkFieldSection(int32_t objType, int32_t section, ui
   return nullptr;
 }
 
-ZVOMLDefField* ZVOMLFile::getDefinitionField(int32_t objType, uint32_t path, ZVOMLToken* token) {
+ZVOMLDefField* ZVOMLFile::getDefinitionField(int32_t objType, uint32_t path, const ZVOMLToken* token) {
   const ZVOMLDefObjType* type = pObjTypeDefinition(objType);
   if (!type || token->isUnknownField()) return nullptr;
   if (path == 0) return type->findField(token->longValue());
@@ -359,8 +386,8 @@ ZVOMLDefField* ZVOMLFile::getDefinitionField(int32_t objType, uint32_t path, ZVO
   return section ? section->findField(token->longValue()) : nullptr;
 }
 
-std::unique_ptr<ZVOMLToken> ZVOMLFile::nthFieldDescrToken(int32_t objType, uint32_t path, int number,
-                                                          int32_t file, ZVOMLToken* value) {
+ZVOMLFile::TokenPtr ZVOMLFile::nthFieldDescrToken(int32_t objType, uint32_t path, int number, int32_t file,
+                                                  ZVOMLToken* value) {
   ZVOMLDefField* field = nullptr;
   if (const ZVOMLDefObjType* type = pObjTypeDefinition(objType)) {
     const ZVOMLDefSection* section = path != 0 ? type->findSectionPath(path) : nullptr;
@@ -374,8 +401,7 @@ std::unique_ptr<ZVOMLToken> ZVOMLFile::nthFieldDescrToken(int32_t objType, uint3
     internalErrorMessage(file, value, UNEXPECTED_VALUE, nullptr, nullptr, nullptr, 0);
     return nullptr;
   }
-  return std::make_unique<ZVOMLToken>(ZV_OML_FIELD_ID, field->fieldIDIndex(), value->line(),
-                                      value->position());
+  return owned(newTokenOf(ZV_OML_FIELD_ID, field->fieldIDIndex(), value->line(), value->position()));
 }
 
 void ZVOMLFile::illegalSectionInside(int32_t file, ZVOMLToken* first, ZVOMLToken* second) {

@@ -2,19 +2,34 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "utils/zvomlfil.h"
 #include "utils/zvomlsfi.h"
 
 namespace {
 
+template <class Cell>
+void dropCell(Cell* cell) {
+  cell->pNext = nullptr;
+  if (cell->inArena) {
+    cell->~Cell();
+  } else {
+    delete cell;
+  }
+}
+
+void dropCell(ZVOMLSyntaxDefaultList* cell) {
+  cell->pNext = nullptr;
+  delete cell;
+}
+
 // Deletes the cells from first on one by one.
 template <class Cell>
 void deleteChain(Cell* first) {
   while (first) {
     Cell* next = first->pNext;
-    first->pNext = nullptr;
-    delete first;
+    dropCell(first);
     first = next;
   }
 }
@@ -44,12 +59,12 @@ ZVOMLSyntaxStruct::ZVOMLSyntaxStruct(ZVOMLFile* file, int32_t line, int position
 ZV_DEFINE_MIRROR(ZVOMLSyntaxStruct)
 
 ZVOMLSyntaxObjectList::~ZVOMLSyntaxObjectList() {
-  delete pObject;
+  ZVOMLSyntaxObject::drop(pObject);
   deleteChain(pNext);
 }
 
 ZVOMLSyntaxFieldList::~ZVOMLSyntaxFieldList() {
-  delete pField;
+  ZVOMLSyntaxField::drop(pField);
   deleteChain(pNext);
 }
 
@@ -68,9 +83,17 @@ ZVOMLSyntaxObject::ZVOMLSyntaxObject(ZVOMLFile* file, int32_t line, int position
       definition_(definition) {}
 
 ZVOMLSyntaxObject::~ZVOMLSyntaxObject() {
-  delete objectList_;
-  delete fieldList_;
-  delete defaultList_;
+  deleteChain(objectList_);
+  deleteChain(fieldList_);
+  deleteChain(defaultList_);
+}
+
+void ZVOMLSyntaxObject::drop(ZVOMLSyntaxObject* object) {
+  if (object && object->inArena_) {
+    object->ZVOMLSyntaxObject::~ZVOMLSyntaxObject();
+  } else {
+    delete object;
+  }
 }
 
 ZVOMLSyntaxDefaultList* ZVOMLSyntaxObject::pDefaultList(ZVOMLSyntaxDefaultList* list) {
@@ -123,14 +146,16 @@ ZVOMLSyntaxField* ZVOMLSyntaxObject::searchUniqueField(int32_t fieldIDIndex,
   return nullptr;
 }
 
-void ZVOMLSyntaxObject::addObject(ZVOMLSyntaxObject* object) {
-  object->pOwnerObject(this);
-  auto* cell = new ZVOMLSyntaxObjectList(object);
+void ZVOMLSyntaxObject::addObject(ZVOMLSyntaxObject* object) { addCell(new ZVOMLSyntaxObjectList(object)); }
+
+void ZVOMLSyntaxObject::addField(ZVOMLSyntaxField* field) { addCell(new ZVOMLSyntaxFieldList(field)); }
+
+void ZVOMLSyntaxObject::addCell(ZVOMLSyntaxObjectList* cell) {
+  cell->pObject->pOwnerObject(this);
   appendChain(objectList_, objectListEnd_, cell, cell);
 }
 
-void ZVOMLSyntaxObject::addField(ZVOMLSyntaxField* field) {
-  auto* cell = new ZVOMLSyntaxFieldList(field);
+void ZVOMLSyntaxObject::addCell(ZVOMLSyntaxFieldList* cell) {
   appendChain(fieldList_, fieldListEnd_, cell, cell);
 }
 
@@ -162,8 +187,7 @@ void ZVOMLSyntaxObject::deleteObjectItem(ZVOMLSyntaxObjectList* previous) {
   if (!cell) return;
   link = cell->pNext;
   if (objectListEnd_ == cell) objectListEnd_ = previous;
-  cell->pNext = nullptr;
-  delete cell;
+  dropCell(cell);
 }
 
 // ---- Field
@@ -172,14 +196,37 @@ ZVOMLSyntaxField::ZVOMLSyntaxField(ZVOMLFile* file, int32_t line, int position, 
                                    int32_t fieldIDIndex, int32_t sectionIDIndex, uint32_t sectionPathIndex,
                                    ZVOMLToken* value, ZVOMLDefField* definition, int unchecked)
     : ZVOMLSyntaxStruct(file, line, position, fileNameIndex),
+      inUncheckedSection_(unchecked != 0),
       fieldIDIndex_(fieldIDIndex),
       sectionIDIndex_(sectionIDIndex),
       sectionPathIndex_(sectionPathIndex),
-      inUncheckedSection_(unchecked),
       value_(value),
       definition_(definition) {}
 
-ZVOMLSyntaxField::~ZVOMLSyntaxField() { delete value_; }
+ZVOMLSyntaxField::ZVOMLSyntaxField(const ZVOMLSyntaxStruct& place, int32_t fieldIDIndex,
+                                   int32_t sectionIDIndex, uint32_t sectionPathIndex, ZVOMLToken* value,
+                                   ZVOMLDefField* definition, int unchecked)
+    : ZVOMLSyntaxStruct(place),
+      inArena_(true),
+      inUncheckedSection_(unchecked != 0),
+      fieldIDIndex_(fieldIDIndex),
+      sectionIDIndex_(sectionIDIndex),
+      sectionPathIndex_(sectionPathIndex),
+      value_(value ? &ownValue_ : nullptr),
+      definition_(definition),
+      ownValue_(value ? std::move(*value) : ZVOMLToken()) {}
+
+ZVOMLSyntaxField::~ZVOMLSyntaxField() {
+  if (value_ != &ownValue_) delete value_;
+}
+
+void ZVOMLSyntaxField::drop(ZVOMLSyntaxField* field) {
+  if (field && field->inArena_) {
+    field->ZVOMLSyntaxField::~ZVOMLSyntaxField();
+  } else {
+    delete field;
+  }
+}
 
 const char* ZVOMLSyntaxField::nameString() const {
   return pOMLFile() ? pOMLFile()->fieldID(fieldIDIndex_) : "";

@@ -8,6 +8,7 @@
 #define ZV_ZVOMLSYN_H
 
 #include "utils/zvobject.h"
+#include "utils/zvomltkn.h"
 
 class ZVOMLBinValue;
 class ZVOMLDefField;
@@ -15,7 +16,6 @@ class ZVOMLDefObjType;
 class ZVOMLFile;
 class ZVOMLSyntaxField;
 class ZVOMLSyntaxObject;
-class ZVOMLToken;
 
 // The kind of a field's value, from its token.
 enum ZVOMLFieldTypeEnum : int32_t {
@@ -58,6 +58,7 @@ struct ZV_EXPORT ZVOMLSyntaxObjectList {
 
   ZVOMLSyntaxObject* pObject;  // owned
   ZVOMLSyntaxObjectList* pNext = nullptr;
+  bool inArena = false;  // the memory of the cell is the file's
 };
 
 struct ZV_EXPORT ZVOMLSyntaxFieldList {
@@ -68,6 +69,7 @@ struct ZV_EXPORT ZVOMLSyntaxFieldList {
 
   ZVOMLSyntaxField* pField;  // owned
   ZVOMLSyntaxFieldList* pNext = nullptr;
+  bool inArena = false;  // the memory of the cell is the file's
 };
 
 struct ZV_EXPORT ZVOMLSyntaxDefaultList {
@@ -145,6 +147,15 @@ class ZV_EXPORT ZVOMLSyntaxObject : public ZVOMLSyntaxStruct {
   ZVOMLSyntaxObject& operator=(const ZVOMLSyntaxObject&) = delete;
 
  private:
+  friend class ZVOMLFile;
+  friend struct ZVOMLSyntaxObjectList;
+
+  // As delete, for a node that may lie in the file's memory.
+  static void drop(ZVOMLSyntaxObject* object);
+  void addCell(ZVOMLSyntaxObjectList* cell);
+  void addCell(ZVOMLSyntaxFieldList* cell);
+
+  bool inArena_ = false;
   int32_t objTypeIDIndex_;
   int32_t objectIDIndex_;
   int32_t sectionIDIndex_;
@@ -209,12 +220,23 @@ class ZV_EXPORT ZVOMLSyntaxField : public ZVOMLSyntaxStruct {
   ZVOMLSyntaxField& operator=(const ZVOMLSyntaxField&) = delete;
 
  private:
+  friend class ZVOMLFile;
+  friend struct ZVOMLSyntaxFieldList;
+
+  // A field in the file's memory, which takes over the content of a token.
+  ZVOMLSyntaxField(const ZVOMLSyntaxStruct& place, int32_t fieldIDIndex, int32_t sectionIDIndex,
+                   uint32_t sectionPathIndex, ZVOMLToken* value, ZVOMLDefField* definition, int unchecked);
+  // As delete, for a node that may lie in the file's memory.
+  static void drop(ZVOMLSyntaxField* field);
+
+  bool inArena_ = false;
+  bool inUncheckedSection_;
   int32_t fieldIDIndex_;
   int32_t sectionIDIndex_;
   uint32_t sectionPathIndex_;
-  int32_t inUncheckedSection_;
-  ZVOMLToken* value_;
+  ZVOMLToken* value_;  // heap-allocated, or the one below
   ZVOMLDefField* definition_;
+  ZVOMLToken ownValue_;
 };
 
 #endif

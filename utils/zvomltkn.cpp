@@ -5,11 +5,6 @@
 #include "utils/zvomlbva.h"
 #include "utils/zvstrpoo.h"
 
-ZVOMLToken::ZVOMLToken(ZVOMLTokenTagEnum tag, int32_t value, int32_t line, int32_t position)
-    : tag_(tag), line_(line), position_(position) {
-  value_.number = value;
-}
-
 ZVOMLToken::ZVOMLToken(ZVOMLTokenTagEnum tag, ZVOMLBinValue* value, int32_t line, int32_t position)
     : tag_(tag), line_(line), position_(position) {
   value_.bytes = value;
@@ -49,9 +44,7 @@ ZVOMLToken& ZVOMLToken::operator=(const ZVOMLToken& other) {
   return *this;
 }
 
-ZVOMLToken::~ZVOMLToken() {
-  if (tag_ == ZV_OML_BINVALUE) delete value_.bytes;
-}
+void ZVOMLToken::deleteBytes() { delete value_.bytes; }
 
 void ZVOMLToken::intToObjectID(ZVStringPool* pool) {
   char text[16];

@@ -34,7 +34,10 @@ class ZV_EXPORT ZVOMLToken {
  public:
   // A bad token at no place.
   ZVOMLToken() = default;
-  ZVOMLToken(ZVOMLTokenTagEnum tag, int32_t value, int32_t line, int32_t position);
+  ZVOMLToken(ZVOMLTokenTagEnum tag, int32_t value, int32_t line, int32_t position)
+      : tag_(tag), line_(line), position_(position) {
+    value_.number = value;
+  }
   // Takes over the byte sequence.
   ZVOMLToken(ZVOMLTokenTagEnum tag, ZVOMLBinValue* value, int32_t line, int32_t position);
   ZVOMLToken(ZVOMLTokenTagEnum tag, double value, int32_t line, int32_t position);
@@ -43,7 +46,18 @@ class ZV_EXPORT ZVOMLToken {
   // Copies clone a byte sequence.
   ZVOMLToken(const ZVOMLToken& other);
   ZVOMLToken& operator=(const ZVOMLToken& other);
-  ~ZVOMLToken();
+  // Takes over a byte sequence, and leaves a bad token.
+  ZVOMLToken(ZVOMLToken&& other) noexcept
+      : tag_(other.tag_),
+        line_(other.line_),
+        value_(other.value_),
+        position_(other.position_),
+        isUnknownField_(other.isUnknownField_) {
+    other.tag_ = ZV_OML_BAD;
+  }
+  ~ZVOMLToken() {
+    if (tag_ == ZV_OML_BINVALUE) deleteBytes();
+  }
 
   ZVOMLTokenTagEnum tag() const { return tag_; }
   // Where the reader stood when the token was finished.
@@ -68,6 +82,8 @@ class ZV_EXPORT ZVOMLToken {
   }
 
  private:
+  void deleteBytes();
+
   union Value {
     int32_t number;
     double real;

@@ -1,5 +1,6 @@
 // The token reader of ZVOMLFile: raw input, the stacks of files and brackets, names and their indices, and
 // the tokens of the text form.
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <limits>
@@ -11,6 +12,8 @@
 #include "utils/zvomlsta.h"
 #include "utils/zvstrpoo.h"
 
+using namespace zvomlchar;
+
 namespace {
 
 // Files that include one another nest no deeper: each level holds a handle and a buffer, and a file may
@@ -18,32 +21,6 @@ namespace {
 constexpr int32_t DEEPEST_FILE = 1000;
 // In bytes.
 constexpr int32_t LONGEST_VALUE = std::numeric_limits<int32_t>::max();
-
-enum CharClass : uint8_t {
-  LETTER = 1,
-  DIGIT = 2,
-  UNDERSCORE = 4,
-  HEX_DIGIT = 8,
-  SIGN = 16,
-  SCOPE_SEPARATOR = 32,
-  INTEGER_BREAK = 64
-};
-constexpr int IDENTIFIER = LETTER | DIGIT | UNDERSCORE;
-
-constexpr std::array<uint8_t, 256> CHAR_CLASSES = [] {
-  std::array<uint8_t, 256> classes{};
-  for (unsigned c = 'a'; c <= 'z'; ++c) classes[c] = classes[c - 'a' + 'A'] = LETTER;
-  for (unsigned c = 'a'; c <= 'f'; ++c) classes[c] = classes[c - 'a' + 'A'] = LETTER | HEX_DIGIT;
-  for (unsigned c = '0'; c <= '9'; ++c) classes[c] = DIGIT | HEX_DIGIT;
-  classes['_'] = UNDERSCORE;
-  classes['+'] = classes['-'] = SIGN;
-  classes[','] = classes['|'] = SCOPE_SEPARATOR;
-  // What makes something else of the digits before it.
-  for (char c : {',', '|', '.', 'e', 'E', 'x'}) classes[static_cast<unsigned char>(c)] |= INTEGER_BREAK;
-  return classes;
-}();
-
-bool is(char c, int classes) { return (CHAR_CLASSES[static_cast<unsigned char>(c)] & classes) != 0; }
 
 bool isExponent(char c) { return c == 'e' || c == 'E'; }
 
@@ -94,14 +71,29 @@ int32_t update(ZVStringPool* pool, const char* text) { return pool && text ? poo
 
 // ---- Tokens
 
-std::unique_ptr<ZVOMLToken> ZVOMLFile::nextToken() {
-  lookAheadToken();
+ZVOMLFile::TokenPtr ZVOMLFile::nextToken() {
+  TokenPtr token = owned(lookAhead_ ? lookAhead_.release() : makeToken());
   tokenFile_ = fileNameIndex();
-  std::unique_ptr<ZVOMLToken> token = std::move(lookAhead_);
-  if (!token || token->tag() != ZV_OML_BINVALUE) return token;
+  if (token && token->tag() == ZV_OML_BINVALUE) joinBytes(token);
+  return token;
+}
 
-  // Sequences in a row are one value. They are collected first, so that a value in many pieces is not copied
-  // for each of them.
+ZVOMLToken* ZVOMLFile::lookAheadToken() {
+  if (!lookAhead_) lookAhead_ = owned(makeToken());
+  return lookAhead_.get();
+}
+
+// The next token of the input; null at its end and after a fatal error.
+ZVOMLToken* ZVOMLFile::makeToken() {
+  ZVOMLToken* token = saveMode_ == ZV_FILE_READ_BINARY ? makeBinaryToken() : makeTextToken();
+  if (!isFatalError() || !token) return token;
+  returnToken(token);
+  return nullptr;
+}
+
+// Sequences in a row are one value. They are collected first, so that a value in many pieces is not copied
+// for each of them.
+void ZVOMLFile::joinBytes(TokenPtr& token) {
   std::string bytes;
   const auto append = [&bytes](const ZVOMLBinValue* value) {
     bytes.append(value->pByteSequence(), static_cast<size_t>(value->length()));
@@ -118,33 +110,16 @@ std::unique_ptr<ZVOMLToken> ZVOMLFile::nextToken() {
     token->pBinValue()->fill(static_cast<int32_t>(bytes.size()), bytes.data());
   }
   if (isFatalError()) token.reset();
-  return token;
-}
-
-ZVOMLToken* ZVOMLFile::lookAheadToken() {
-  if (!lookAhead_) {
-    std::unique_ptr<ZVOMLToken> token(saveMode_ == ZV_FILE_READ_BINARY ? makeBinaryToken() : makeTextToken());
-    if (!isFatalError()) lookAhead_ = std::move(token);
-  }
-  return lookAhead_.get();
-}
-
-ZVOMLToken* ZVOMLFile::newToken(ZVOMLTokenTagEnum tag, int32_t value) const {
-  return new ZVOMLToken(tag, value, line(), position());
 }
 
 // A bad token for more bytes than a value can count.
-ZVOMLToken* ZVOMLFile::newBytesToken(const std::string& bytes) const {
+ZVOMLToken* ZVOMLFile::newBytesToken(const std::string& bytes) {
   if (bytes.size() > static_cast<size_t>(LONGEST_VALUE)) return newToken(ZV_OML_BAD, 0);
   auto value = std::make_unique<ZVOMLBinValue>(static_cast<int32_t>(bytes.size()), bytes.data());
-  return new ZVOMLToken(ZV_OML_BINVALUE, value.release(), line(), position());
+  return newTokenOf(ZV_OML_BINVALUE, value.release(), line(), position());
 }
 
 char ZVOMLFile::nextFormChar() { return saveMode_ == ZV_FILE_READ_BINARY ? nextBinaryChar() : nextChar(); }
-
-bool ZVOMLFile::inputEnded(char c) const {
-  return c == '\0' && (auxCLIBuffer_ ? *auxCLIBuffer_->pString() == '\0' : openFiles_ == nullptr);
-}
 
 ZVStringHandle& ZVOMLFile::emptyScratch() {
   if (!scratch_) scratch_ = std::make_unique<TokenScratch>();
@@ -158,6 +133,7 @@ std::string& ZVOMLFile::emptyByteScratch() {
   return scratch_->bytes;
 }
 
+// The first character, from c on, that is not in a skipped body or an ignored rest of a line.
 char ZVOMLFile::skipUnread(char c) {
   if (ignoreField_) {
     while (c != '\n' && !inputEnded(c)) c = nextFormChar();
@@ -181,7 +157,7 @@ ZVOMLToken* ZVOMLFile::endOfInput() {
 }
 
 ZVOMLToken* ZVOMLFile::makeTextToken() {
-  char c = skipTextWhiteSpace(skipUnread(nextChar()));
+  char c = skipTextWhiteSpace(nextReadChar(nextChar()));
   if (inputEnded(c)) return endOfInput();
   if (ZVOMLToken* token = checkCharToken(c)) return token;
   if (is(c, LETTER | UNDERSCORE)) return readTextIdentifier(c);
@@ -280,13 +256,19 @@ ZVOMLToken* ZVOMLFile::readQuotedString(char (ZVOMLFile::*next)()) {
   return newToken(ZV_OML_STRING, storeStringIndex(text.c_str()));
 }
 
-// Takes the characters of the present line up to a quote or a backslash; those of a binary file come singly.
+// Takes the characters up to a quote or a backslash that wait in the line or the buffer.
 void ZVOMLFile::takeStringRun(std::string& text) {
-  if (auxCLIBuffer_ || !openFiles_ || !openFiles_->read) return;
-  const char* first = openFiles_->read;
-  const size_t count = std::strcspn(first, "\"\\");
-  text.append(first, count);
-  takeCharacters(count);
+  if (auxCLIBuffer_ || !openFiles_) return;
+  if (saveMode_ == ZV_FILE_READ_BINARY) {
+    const char* first = openFiles_->binaryRead;
+    const char* end =
+        std::find_if(first, first + openFiles_->binaryLeft, [](char c) { return c == '"' || c == '\\'; });
+    takeBinaryRun(text, static_cast<int32_t>(end - first));
+  } else if (const char* first = openFiles_->read) {
+    const size_t count = std::strcspn(first, "\"\\");
+    text.append(first, count);
+    takeCharacters(count);
+  }
 }
 
 char* ZVOMLFile::removeEscapeSequences(char* text) {
@@ -407,7 +389,7 @@ ZVOMLToken* ZVOMLFile::readTextRealOrIP(ZVStringHandle& text, int32_t firstOctet
     if (octets[i] > 255) isIP = false;
     c = lookAheadChar() == '.' ? nextChar() : '\0';
   }
-  if (isIP) return new ZVOMLToken(ZV_OML_IPBYTES, octets, line(), position());
+  if (isIP) return newTokenOf(ZV_OML_IPBYTES, octets, line(), position());
   if (!isReal) return newToken(ZV_OML_BAD, 0);
   return readTextExponent(text, isExponent(lookAheadChar()) ? nextChar() : '\0');
 }
@@ -427,7 +409,7 @@ ZVOMLToken* ZVOMLFile::readTextExponent(ZVStringHandle& text, char c) {
     text.appendChar(c);
     if (is(lookAheadChar(), DIGIT | SIGN)) readTextIntegerToBuffer(nextChar(), text);
   }
-  return new ZVOMLToken(ZV_OML_REAL, zvnumber::realOf(text.pString()), line(), position());
+  return newTokenOf(ZV_OML_REAL, zvnumber::realOf(text.pString()), line(), position());
 }
 
 ZVOMLToken* ZVOMLFile::readTextBinValue() {
@@ -475,18 +457,15 @@ ZVOMLToken* ZVOMLFile::readTextIdentifier(char c) {
     return newToken(index < 0 ? ZV_OML_BAD : ZV_OML_FIELD_ID, index);
   }
 
-  TokenScratch::Name* place = nullptr;
-  const auto size = static_cast<size_t>(length) + 1;
-  if (size <= sizeof place->text) {
-    uint32_t key = 0;
-    for (int32_t i = 0; i < length; ++i) key = key * 31 + static_cast<unsigned char>(name[i]);
-    place = &scratch_->names[key % scratch_->names.size()];
-    if (std::memcmp(place->text, name, size) == 0) return newNameToken(place->tag, place->index);
-  }
+  const auto size = static_cast<size_t>(length);
+  uint32_t key = 0;
+  for (size_t i = 0; i < size; ++i) key = TokenScratch::nextKey(key, name[i]);
+  KnownName* const place = scratch_->placeOf(key, size);
+  if (place && place->is(name, size)) return newNameToken(place->tag, place->index);
   int32_t index = -1;
   const ZVOMLTokenTagEnum tag = classify(name, index);
   if (place) {
-    std::memcpy(place->text, name, size);
+    std::memcpy(place->text, name, size + 1);
     place->tag = tag;
     place->index = index;
   }
@@ -505,7 +484,7 @@ ZVOMLTokenTagEnum ZVOMLFile::classify(const char* name, int32_t& index) {
   return ZV_OML_OBJECT_ID;
 }
 
-ZVOMLToken* ZVOMLFile::newNameToken(ZVOMLTokenTagEnum tag, int32_t index) const {
+ZVOMLToken* ZVOMLFile::newNameToken(ZVOMLTokenTagEnum tag, int32_t index) {
   if (tag != ZV_OML_BAD) return newToken(tag, index);
   ZVOMLToken* token = newToken(ZV_OML_FIELD_ID, index);
   token->isUnknownField(1);
@@ -562,7 +541,8 @@ void ZVOMLFile::takeScopeItem(ZVStringHandle& text) {
 
 // ---- Raw input
 
-char ZVOMLFile::nextChar() {
+// The next character where it is not the next one of the present line.
+char ZVOMLFile::nextCharElsewhere() {
   if (auxCLIBuffer_) return nextAuxCLIChar();
   while (openFiles_ && !isFatalError()) {
     ZVOpenFileList& top = *openFiles_;
@@ -575,11 +555,6 @@ char ZVOMLFile::nextChar() {
   return '\0';
 }
 
-char ZVOMLFile::lookAheadChar() const {
-  if (auxCLIBuffer_) return *auxCLIBuffer_->pString();
-  return openFiles_ && openFiles_->read ? *openFiles_->read : '\0';
-}
-
 // Removes the first character of the buffer in memory.
 char ZVOMLFile::nextAuxCLIChar() {
   const char c = *auxCLIBuffer_->pString();
@@ -588,12 +563,6 @@ char ZVOMLFile::nextAuxCLIChar() {
   auxCLIBuffer_->empty();
   auxCLIBuffer_->appendString(rest.c_str());
   return c;
-}
-
-// Takes characters of the present line that were looked at in place.
-void ZVOMLFile::takeCharacters(size_t count) {
-  openFiles_->read += count;
-  openFiles_->position = static_cast<int16_t>(openFiles_->position + static_cast<int64_t>(count));
 }
 
 int ZVOMLFile::nextLine() {
@@ -621,9 +590,6 @@ void ZVOMLFile::resetPosition() {
   openFiles_->position = 0;
 }
 
-void ZVOMLFile::nextPosition() { openFiles_->position = static_cast<int16_t>(openFiles_->position + 1); }
-
-int32_t ZVOMLFile::fileNameIndex() const { return openFiles_ ? openFiles_->fileNameIndex : -1; }
 int32_t ZVOMLFile::line() const { return openFiles_ ? openFiles_->line : -1; }
 int ZVOMLFile::position() const { return openFiles_ ? openFiles_->position : -1; }
 const char* ZVOMLFile::pFileNameString() const { return string(fileNameIndex()); }
@@ -707,14 +673,17 @@ void ZVOMLFile::countBracket(char c) {
 }
 
 void ZVOMLFile::pushBracket(char c, int32_t file, int32_t line, int position) {
-  brackets_ = new ZVBracketList{c, file, line, static_cast<int16_t>(position), brackets_};
+  void* memory = std::exchange(freeBrackets_, freeBrackets_ ? freeBrackets_->next : nullptr);
+  if (!memory) memory = ::operator new(sizeof(ZVBracketList));
+  brackets_ = new (memory) ZVBracketList{c, file, line, static_cast<int16_t>(position), brackets_};
   ++bracketLevel_;
 }
 
 void ZVOMLFile::popBracket(char c, int32_t file, int32_t line, int position) {
-  const std::unique_ptr<ZVBracketList> top(brackets_);
+  ZVBracketList* const top = brackets_;
   if (top) {
-    brackets_ = top->next;
+    brackets_ = std::exchange(top->next, freeBrackets_);
+    freeBrackets_ = top;
     if (c != ' ' && leftBracketOf(c) != top->bracket) {
       internalWarningMessage(string(top->fileNameIndex), top->line, top->position, 50);
       internalWarningMessage(string(file), line, position, 51);

@@ -34,6 +34,9 @@ constexpr uint32_t FACTOR = 29;
 // 2 to the 24th times 29 to the 8th is below 2 to the 63rd.
 constexpr int32_t LARGEST_SIZE_TO_WAIT = 1 << 24;
 constexpr int LONGEST_WAIT = 8;
+// Spreads texts that differ before their last characters; a factor as small as the other one would heap up
+// the keys of numbers.
+constexpr uint32_t KEY_FACTOR = 0x9e3779b1U;
 
 // The string of a record lies right behind it.
 const char* stringOf(const ZVStringPoolHash* record) { return reinterpret_cast<const char*>(record + 1); }
@@ -75,7 +78,7 @@ struct ZVStringPool::Directory {
   // The same for texts that differ by case.
   static uint32_t keyOf(const char* text) {
     uint32_t key = 0;
-    for (; *text; ++text) key = key * 29U + static_cast<uint32_t>(WEIGHTS[static_cast<unsigned char>(*text)]);
+    for (; *text; ++text) key = key * KEY_FACTOR + static_cast<uint32_t>(weightOf(*text));
     return key;
   }
 
@@ -189,8 +192,13 @@ int32_t ZVStringPool::update(const char* text) {
 // A directory of all strings, with room for count.
 void ZVStringPool::makeDirectory(size_t count) {
   auto directory = std::make_unique<Directory>(count);
-  for (int32_t index = 0; index < decodeTableMax_; ++index)
-    directory->enter(Directory::keyOf(decodeTable()[index]), index);
+  if (directory_) {
+    for (const Directory::Place& place : directory_->places)
+      if (place.index >= 0) directory->enter(place.key, place.index);
+  } else {
+    for (int32_t index = 0; index < decodeTableMax_; ++index)
+      directory->enter(Directory::keyOf(decodeTable()[index]), index);
+  }
   directory_ = std::move(directory);
 }
 

@@ -25,6 +25,9 @@ class ZVOMLFileProbe : public ZVOMLFile {
     pWarningStringBuffer(1 << 20);
   }
 
+  // Whether plain fields may go the short way.
+  void plainFields(bool allowed) { plainFields_ = allowed; }
+
   std::string messages() const { return std::string(pErrorStringBuffer()) + pWarningStringBuffer(); }
 
   // The first phase alone. look receives the tree, null after errors, while its texts are there.
@@ -45,7 +48,7 @@ class ZVOMLFileProbe : public ZVOMLFile {
     initParser(&grammar, nullptr, -1, 0);
     Run run(*this);
     pushFile(path);
-    while (std::unique_ptr<ZVOMLToken> token = nextToken()) look(token.get());
+    while (TokenPtr token = nextToken()) look(token.get());
     cleanup();
   }
 
@@ -82,7 +85,7 @@ class ZVOMLFileProbe : public ZVOMLFile {
     initParser(&grammar, nullptr, -1, 0);
     auxCLIBuffer_ = &buffer;
     std::string text;
-    while (std::unique_ptr<ZVOMLToken> token = nextToken()) text += printKind(token.get()) + ' ';
+    while (TokenPtr token = nextToken()) text += printKind(token.get()) + ' ';
     cleanup();
     return text;
   }
