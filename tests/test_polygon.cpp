@@ -665,6 +665,8 @@ TEST(Labels, SingleCases) {
   ZVPoint p(7, 8);
   EXPECT_EQ(none.length(), 0);
   EXPECT_EQ(polygon.assignRectangle(ZV_LABEL_REGION_LEFT, CENTER, &none, 1, 1, &p, 0), 0);
+  // The stripes stay in order for a height that no label has.
+  EXPECT_EQ(Grid(polygon, -400, CENTER).stripes(), Grid(polygon, 1, TOP).stripes());
   // No distance of the plane is too long to be laid out.
   const Grid wide(Polygon({{0, kMin}, {kMax, kMin}, {kMax, kMax}, {0, kMax}}), kMax, BOTTOM);
   EXPECT_EQ(wide.length(), 8);

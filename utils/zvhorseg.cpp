@@ -3,8 +3,8 @@
 ZV_DEFINE_FULL(ZVHorSegment, ZVObject)
 
 int32_t ZVHorSegment::sizeOf() const {
-  return static_cast<int32_t>(sizeof(ZVHorSegment)) +
-         list_.length() * static_cast<int32_t>(sizeof(ZVDListCell));
+  return static_cast<int32_t>(sizeof(ZVHorSegment) +
+                              static_cast<size_t>(list_.length()) * sizeof(ZVDListCell));
 }
 
 void ZVHorSegment::init() {

@@ -98,7 +98,7 @@ class ZV_EXPORT ZVPolygon : public ZVObject {
   ZVRectSides bounds() const;
 
   static void completeHorizontalStripes(ZVDList* grid, int32_t height, ZVLabelLocationEnum location);
-  static void addLineSegment(ZVDList* grid, const ZVPoint& p, const ZVPoint& q);
+  static ZVDListCell* addLineSegment(ZVDListCell* hint, const ZVPoint& p, const ZVPoint& q);
   static void addPointInLineSegment(ZVDList* crossings, int32_t value);
   static void completeIntervals(ZVHorSegment* stripe);
   static int32_t numberOfPoint(const ZVDList* crossings, int32_t value);

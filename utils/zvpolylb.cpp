@@ -20,11 +20,21 @@ ZVDListCell* addStripe(ZVDList* grid, ZVDListCell* after, int32_t y) {
   return grid->addObject(after, stripe);
 }
 
-// The first stripe at or below y, null if all lie above.
-ZVDListCell* firstNotAbove(const ZVDList* grid, int32_t y) {
-  ZVDListCell* cell = grid->pFirstCell();
+// The first stripe at or below y, looked for from any stripe of the grid (the hint); null if all lie
+// above or there is none.
+ZVDListCell* firstNotAbove(ZVDListCell* hint, int32_t y) {
+  ZVDListCell* cell = hint;
   while (cell && yOf(cell) > y) cell = cell->pNextCell();
+  if (cell != hint || !cell) return cell;
+  while (cell->pPreviousCell() && yOf(cell->pPreviousCell()) <= y) cell = cell->pPreviousCell();
   return cell;
+}
+
+// The stripe at y, found or made.
+ZVDListCell* stripeAt(ZVDList* grid, ZVDListCell* hint, int32_t y) {
+  ZVDListCell* cell = firstNotAbove(hint, y);
+  if (cell && yOf(cell) == y) return cell;
+  return addStripe(grid, cell ? cell->pPreviousCell() : grid->pLastCell(), y);
 }
 
 // As roundHalfUp, for what need not fit 32 bits while the comb of stripes is laid out.
@@ -103,12 +113,14 @@ struct ZVPolygon::LabelSearch {
   }
 };
 
+// A vertex is mostly near the one before it, so each stripe is looked for from there.
 void ZVPolygon::createGrid(ZVDList* grid, int32_t height, ZVLabelLocationEnum location) const {
-  for (ZVEdges edge(pPointList()); edge; ++edge) queryHorizontalStripe(grid, edge.end().y(), 0);
-  if (!grid->pFirstCell()) return;
+  ZVDListCell* hint = grid->pFirstCell();
+  for (ZVEdges edge(pPointList()); edge; ++edge) hint = stripeAt(grid, hint, edge.end().y());
+  if (!hint) return;
   completeHorizontalStripes(grid, height, location);
   for (ZVEdges edge(pPointList()); edge; ++edge) {
-    if (edge.start().y() != edge.end().y()) addLineSegment(grid, edge.start(), edge.end());
+    if (edge.start().y() != edge.end().y()) hint = addLineSegment(hint, edge.start(), edge.end());
   }
   for (ZVDListCell* cell = grid->pFirstCell(); cell; cell = cell->pNextCell())
     completeIntervals(stripeOf(cell));
@@ -122,14 +134,13 @@ void ZVPolygon::deleteGrid(ZVDList* grid) {
 }
 
 ZVDListCell* ZVPolygon::queryHorizontalStripe(ZVDList* grid, int32_t y, int duplicate) {
-  ZVDListCell* cell = firstNotAbove(grid, y);
-  if (!cell || yOf(cell) != y) cell = addStripe(grid, cell ? cell->pPreviousCell() : grid->pLastCell(), y);
+  ZVDListCell* cell = stripeAt(grid, grid->pFirstCell(), y);
   const ZVDListCell* next = cell->pNextCell();
   return duplicate && next && yOf(next) != y ? addStripe(grid, cell, y) : cell;
 }
 
 ZVDListCell* ZVPolygon::retrieveHorizontalStripe(const ZVDList* grid, int32_t y) {
-  ZVDListCell* cell = firstNotAbove(grid, y);
+  ZVDListCell* cell = firstNotAbove(grid->pFirstCell(), y);
   if (!cell) return grid->pLastCell();
   return yOf(cell) == y ? cell : nullptr;
 }
@@ -144,6 +155,7 @@ void ZVPolygon::completeHorizontalStripes(ZVDList* grid, int32_t height, ZVLabel
   int64_t offset = 0;
   if (location == ZV_LABEL_LOCATION_CENTER) offset = top - ((top + bottom) / 2 - height / 2);
   if (location == ZV_LABEL_LOCATION_BOTTOM) offset = top - bottom;
+  offset = std::max(offset, int64_t{0});  // a negative height would begin above the first stripe
   const double lines = std::trunc(static_cast<double>(offset) / distance);
   int64_t base = top - (offset - rounded(lines * distance));
   int64_t line = 0;
@@ -165,10 +177,11 @@ void ZVPolygon::completeHorizontalStripes(ZVDList* grid, int32_t height, ZVLabel
 }
 
 // Adds the crossings of an edge that is not horizontal: on each stripe from its upper end down to above its
-// lower end.
-void ZVPolygon::addLineSegment(ZVDList* grid, const ZVPoint& p, const ZVPoint& q) {
-  const ZVPoint& high = p.y() > q.y() ? p : q;
-  const ZVPoint& low = p.y() > q.y() ? q : p;
+// lower end. Both ends have a stripe; gives the one of q.
+ZVDListCell* ZVPolygon::addLineSegment(ZVDListCell* hint, const ZVPoint& p, const ZVPoint& q) {
+  const bool falls = p.y() > q.y();
+  const ZVPoint& high = falls ? p : q;
+  const ZVPoint& low = falls ? q : p;
   const bool slanted = high.x() != low.x();
   double slope = 0.0;
   double intercept = 0.0;
@@ -176,12 +189,14 @@ void ZVPolygon::addLineSegment(ZVDList* grid, const ZVPoint& p, const ZVPoint& q
     slope = (static_cast<double>(high.y()) - low.y()) / (static_cast<double>(high.x()) - low.x());
     intercept = low.y() - low.x() * slope;
   }
-  const ZVDListCell* cell = retrieveHorizontalStripe(grid, high.y());
-  addPointInLineSegment(stripeOf(cell)->pList(), high.x());
-  while ((cell = cell->pNextCell()) && yOf(cell) > low.y()) {
+  ZVDListCell* const highest = firstNotAbove(hint, high.y());
+  addPointInLineSegment(stripeOf(highest)->pList(), high.x());
+  ZVDListCell* cell = highest->pNextCell();
+  for (; yOf(cell) > low.y(); cell = cell->pNextCell()) {
     const int32_t x = slanted ? roundHalfUp((yOf(cell) - intercept) / slope) : low.x();
     addPointInLineSegment(stripeOf(cell)->pList(), x);
   }
+  return falls ? cell : highest;
 }
 
 // Keeps the crossings ascending.
