@@ -98,7 +98,7 @@ const Case BODY_ERRORS[] = {
     // Names declared in the file, whatever number they have
     {"field: \"old\" layout { old { 1 2 } }", "47 2:25 OLD LAYOUT GRAPH\n47 2:25 OLD LAYOUT GRAPH"},
     {"field: \"old\" layout old { \"none.oml\" }", "47 2:23 OLD LAYOUT GRAPH"},
-    {"field: \"old\" old width: 5", "48 2:16 OLD WIDTH 2:22"},
+    {"field: \"old\" old width: 1.5", "48 2:16 OLD WIDTH 2:22\n24 2:27 4"},
     // Files
     {"include: \"none.oml\"", "13 2:19 none.oml"},
 };
