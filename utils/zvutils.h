@@ -3,6 +3,7 @@
 #define ZV_ZVUTILS_H
 
 #include "utils/zvarchiv.h"
+#include "utils/zvcolor.h"
 #include "utils/zvdlist.h"
 #include "utils/zvdlistc.h"
 #include "utils/zvdlisti.h"

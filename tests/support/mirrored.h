@@ -26,6 +26,7 @@ struct ConcreteSort : Sort {
 
 // In alphabetical order.
 inline const MirroredClass MIRRORED_CLASSES[] = {
+    {"ZVColor", made<ZVColor>, true},
     {"ZVDList", made<ZVDList>, true},
     {"ZVDListCell", made<ZVDListCell>, true},
     {"ZVDListIter", made<ZVDListIter>, false},
