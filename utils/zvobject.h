@@ -161,6 +161,7 @@ ZV_EXPORT int staticReturnNull();
 //
 //   full      ZV_SHAPE_FULL      init, <Class>deepCopy and <Class>attributeCopy are written by hand
 //   abstract  ZV_SHAPE_ABSTRACT  the same; the virtual clones are left to the concrete subclass
+//                                or ZV_SHAPE_ABSTRACT_CLOSED, whose copying constructor must be told the kind
 //   value     ZV_SHAPE_VALUE     init and <Class>attributeCopy are written by hand
 //   no copy   ZV_SHAPE_NO_COPY   nothing is written by hand
 //
@@ -180,9 +181,12 @@ ZV_EXPORT int staticReturnNull();
     return findMirrorClass(env, "com/larkmoor/jnilayout/" #Class);              \
   }
 
-#define ZV_COPY_MEMBERS(Class, defaultFlag)                                                           \
+#define ZV_COPY_CONSTRUCTOR(Class, defaultFlag) \
+ public:                                        \
+  Class(const Class& other, ZVDeepFlagEnum flag = defaultFlag);
+
+#define ZV_COPY_MEMBERS(Class)                                                                        \
  public:                                                                                              \
-  Class(const Class& other, ZVDeepFlagEnum flag = defaultFlag);                                       \
   const Class& operator=(const Class& other);                                                         \
   void copyObject(const ZVObject* other) override;                                                    \
   void copyAttributes(const ZVObject* other) override;                                                \
@@ -214,8 +218,16 @@ ZV_EXPORT int staticReturnNull();
   ZVObject* Class::vCloneObject() const { return new (std::nothrow) Class(*this, ZV_DEEP_COPY); } \
   ZVObject* Class::vCloneAttributes() const { return new (std::nothrow) Class(*this, ZV_ATTRIBUTE_COPY); }
 
-#define ZV_SHAPE_ABSTRACT(Class)       \
-  ZV_COPY_MEMBERS(Class, ZV_DEEP_COPY) \
+#define ZV_SHAPE_ABSTRACT(Class)           \
+  ZV_COPY_CONSTRUCTOR(Class, ZV_DEEP_COPY) \
+  ZV_COPY_MEMBERS(Class)                   \
+  void Class##deepCopy(const Class& other);
+
+#define ZV_SHAPE_ABSTRACT_CLOSED(Class)           \
+ public:                                          \
+  Class(const Class&) = delete;                   \
+  Class(const Class& other, ZVDeepFlagEnum flag); \
+  ZV_COPY_MEMBERS(Class)                          \
   void Class##deepCopy(const Class& other);
 
 #define ZV_DEFINE_ABSTRACT(Class, Base)                                 \
@@ -248,8 +260,9 @@ ZV_EXPORT int staticReturnNull();
   ZV_DEFINE_ABSTRACT(Class, Base)   \
   ZV_DEFINE_CLONE_SLOTS(Class)
 
-#define ZV_SHAPE_VALUE(Class)               \
-  ZV_COPY_MEMBERS(Class, ZV_ATTRIBUTE_COPY) \
+#define ZV_SHAPE_VALUE(Class)                   \
+  ZV_COPY_CONSTRUCTOR(Class, ZV_ATTRIBUTE_COPY) \
+  ZV_COPY_MEMBERS(Class)                        \
   ZV_CLONE_SLOTS
 
 #define ZV_DEFINE_VALUE(Class, Base)                                       \

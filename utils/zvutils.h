@@ -2,6 +2,7 @@
 #ifndef ZV_ZVUTILS_H
 #define ZV_ZVUTILS_H
 
+#include "utils/zvalgori.h"
 #include "utils/zvarchiv.h"
 #include "utils/zvcolor.h"
 #include "utils/zvdlist.h"
@@ -42,6 +43,7 @@
 #include "utils/zvresl.h"
 #include "utils/zvreslit.h"
 #include "utils/zvrorect.h"
+#include "utils/zvsarray.h"
 #include "utils/zvshape.h"
 #include "utils/zvsides.h"
 #include "utils/zvsize.h"

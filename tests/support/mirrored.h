@@ -24,8 +24,18 @@ struct ConcreteSort : Sort {
   void virtualDebugOutputElement(Cell*) override {}
 };
 
+struct ConcreteAlgorithm : ZVAlgorithm {
+  void algorithmBody() override {}
+};
+struct ConcreteArray : ZVSimpleArray {
+  void reallocate(int32_t) override {}
+  int elementEquals(const ZVSimpleArray*, int32_t) const override { return 1; }
+  void copyElement(const ZVSimpleArray*, int32_t) override {}
+};
+
 // In alphabetical order.
 inline const MirroredClass MIRRORED_CLASSES[] = {
+    {"ZVAlgorithm", made<ConcreteAlgorithm>, false},
     {"ZVColor", made<ZVColor>, true},
     {"ZVDList", made<ZVDList>, true},
     {"ZVDListCell", made<ZVDListCell>, true},
@@ -72,6 +82,7 @@ inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVSListIter", made<ZVSListIter>, false},
     {"ZVSListSort", made<ConcreteSort<ZVSListSort, ZVSListCell>>, false},
     {"ZVShape", made<ZVShape>, true},
+    {"ZVSimpleArray", made<ConcreteArray>, false},
     {"ZVSize", made<ZVSize>, true},
     {"ZVStringHandle", made<ZVStringHandle>, true},
     {"ZVStringPool", made<ZVStringPool>, true},
