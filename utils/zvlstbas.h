@@ -131,6 +131,24 @@ class ZVListBase : public ZVObject {
  protected:
   ZVListBase() = default;
 
+  // Neither a null list nor this one can be a source.
+  bool refuses(const List* source) const { return !source || source == this; }
+
+  // Unlinks cell, the one behind previous. The cell keeps its own links.
+  Cell* takeOut(Cell* previous, Cell* cell) {
+    self()->join(previous, cell->pNextCell());
+    --length_;
+    return cell;
+  }
+
+  // Takes those cells of a run out of source that hold wanted objects, and hands each to place. With the
+  // refusals of transferListPart.
+  template <class Wanted, class Place>
+  int moveCells(List* source, Cell* first, Cell* last, Wanted wanted, Place place);
+  // Hands the objects of a run to place. With the refusals of copyTransferListPart.
+  template <class Place>
+  int visitObjects(const List* source, const Cell* first, const Cell* last, Place place) const;
+
  private:
   friend List;
   friend class ZVListSortBase<List, Cell>;
@@ -145,18 +163,9 @@ class ZVListBase : public ZVObject {
 
   Cell* cellBehind(const Cell* previous) const { return previous ? previous->pNextCell() : firstCell_; }
 
-  // Unlinks cell, the one behind previous. The cell keeps its own links.
-  Cell* takeOut(Cell* previous, Cell* cell) {
-    self()->join(previous, cell->pNextCell());
-    --length_;
-    return cell;
-  }
-
   // Moves count cells of source, those behind previous up to last, behind after.
   void moveRun(Cell* after, List* source, Cell* previous, Cell* last, int32_t count);
 
-  // Neither a null list nor this one can be a source.
-  bool refuses(const List* source) const { return !source || source == this; }
   // The number of cells from first to last, 0 if last does not follow first or one of them is null.
   int32_t lengthOfRun(const Cell* first, const Cell* last) const;
 
@@ -317,9 +326,16 @@ int ZVListBase<List, Cell>::copyTransferList(Cell* after, const List* source) {
 template <class List, class Cell>
 int ZVListBase<List, Cell>::copyTransferListPart(Cell* after, const List* source, const Cell* first,
                                                  const Cell* last) {
+  return visitObjects(source, first, last, [&](ZVObject* object) { after = addObject(after, object); });
+}
+
+template <class List, class Cell>
+template <class Place>
+int ZVListBase<List, Cell>::visitObjects(const List* source, const Cell* first, const Cell* last,
+                                         Place place) const {
   if (refuses(source) || source->lengthOfRun(first, last) == 0) return 0;
   for (const Cell* cell = first;; cell = cell->pNextCell()) {
-    after = addObject(after, cell->pObject());
+    place(cell->pObject());
     if (cell == last) return 1;
   }
 }
@@ -333,6 +349,14 @@ int ZVListBase<List, Cell>::transferListIfNotInList(Cell* after, List* source) {
 
 template <class List, class Cell>
 int ZVListBase<List, Cell>::transferListPartIfNotInList(Cell* after, List* source, Cell* first, Cell* last) {
+  return moveCells(
+      source, first, last, [this](ZVObject* object) { return !searchObject(object); },
+      [&](Cell* cell) { after = insertCell(after, cell); });
+}
+
+template <class List, class Cell>
+template <class Wanted, class Place>
+int ZVListBase<List, Cell>::moveCells(List* source, Cell* first, Cell* last, Wanted wanted, Place place) {
   if (refuses(source) || source->lengthOfRun(first, last) == 0) return 0;
   Cell* previous = source->predecessorOf(first);
   if (previous == noPredecessor()) return 0;
@@ -340,10 +364,10 @@ int ZVListBase<List, Cell>::transferListPartIfNotInList(Cell* after, List* sourc
   while (true) {
     Cell* cell = source->cellBehind(previous);
     if (cell == end) return 1;
-    if (searchObject(cell->pObject())) {
-      previous = cell;
+    if (wanted(cell->pObject())) {
+      place(source->takeOut(previous, cell));
     } else {
-      after = insertCell(after, source->takeOut(previous, cell));
+      previous = cell;
     }
   }
 }
@@ -358,11 +382,9 @@ int ZVListBase<List, Cell>::copyTransferListIfNotInList(Cell* after, const List*
 template <class List, class Cell>
 int ZVListBase<List, Cell>::copyTransferListPartIfNotInList(Cell* after, const List* source,
                                                             const Cell* first, const Cell* last) {
-  if (refuses(source) || source->lengthOfRun(first, last) == 0) return 0;
-  for (const Cell* cell = first;; cell = cell->pNextCell()) {
-    if (!searchObject(cell->pObject())) after = addObject(after, cell->pObject());
-    if (cell == last) return 1;
-  }
+  return visitObjects(source, first, last, [&](ZVObject* object) {
+    if (!searchObject(object)) after = addObject(after, object);
+  });
 }
 
 template <class List, class Cell>

@@ -24,6 +24,13 @@ struct ConcreteSort : Sort {
   void virtualDebugOutputElement(Cell*) override {}
 };
 
+struct ConcreteSearch : ConcreteSort<ZVDListSearch, ZVDListCell> {
+  int32_t virtualCompareKey(ZVDListCell*, void*) override { return 0; }
+};
+template <class List>
+struct ConcreteSorted : List {
+  int32_t virtualObjectCompare(const ZVObject*, const ZVObject*) const override { return 0; }
+};
 struct ConcreteAlgorithm : ZVAlgorithm {
   void algorithmBody() override {}
 };
@@ -40,6 +47,7 @@ inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVDList", made<ZVDList>, true},
     {"ZVDListCell", made<ZVDListCell>, true},
     {"ZVDListIter", made<ZVDListIter>, false},
+    {"ZVDListSearch", made<ConcreteSearch>, false},
     {"ZVDListSort", made<ConcreteSort<ZVDListSort, ZVDListCell>>, false},
     {"ZVDTuple", made<ZVDTuple>, true},
     {"ZVDTupleDListSort", made<ZVDTupleDListSort>, false},
@@ -84,6 +92,8 @@ inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVShape", made<ZVShape>, true},
     {"ZVSimpleArray", made<ConcreteArray>, false},
     {"ZVSize", made<ZVSize>, true},
+    {"ZVSortedDList", made<ConcreteSorted<ZVSortedDList>>, false},
+    {"ZVSortedSList", made<ConcreteSorted<ZVSortedSList>>, false},
     {"ZVStringHandle", made<ZVStringHandle>, true},
     {"ZVStringPool", made<ZVStringPool>, true},
     {"ZVText", made<ZVText>, true},
