@@ -1,5 +1,6 @@
 #include "utils/zvsides.h"
 
+#include <cmath>
 #include <cstdlib>
 #include <utility>
 
@@ -223,8 +224,24 @@ int ZVRectSides::overlapsLine(int32_t x1, int32_t y1, int32_t x2, int32_t y2) co
   return meetsHorizontal(top) || meetsHorizontal(bottom) || meetsVertical(left) || meetsVertical(right);
 }
 
+// By the separating axes of the rectangle and the segment, both taken twice as large around their centres.
+// Where the line passes a corner by less than one unit, its rounded hits decide.
 int ZVRectSides::overlapsSegment(int32_t x1, int32_t y1, int32_t x2, int32_t y2) const {
-  if (within(x1, y1) || within(x2, y2)) return 1;
+  const double dx = static_cast<double>(x2) - x1;
+  const double dy = static_cast<double>(y2) - y1;
+  const double width = static_cast<double>(right) - left;
+  const double height = static_cast<double>(top) - bottom;
+  const double toX = static_cast<double>(x1) + x2 - left - right;
+  const double toY = static_cast<double>(y1) + y2 - bottom - top;
+  const bool boxesMeet = (std::abs(toX) <= width + std::abs(dx)) & (std::abs(toY) <= height + std::abs(dy));
+  const double gap = std::abs(dx * toY - dy * toX) - (width * std::abs(dy) + height * std::abs(dx));
+  const double nearby = 2 * (std::abs(dx) + std::abs(dy));
+  if (std::abs(gap) > nearby && left <= right && bottom <= top) return boxesMeet & (gap < 0);
+  return within(x1, y1) || within(x2, y2) || segmentHits(x1, y1, x2, y2);
+}
+
+// Whether a hit of the line lies in the bounding box of the segment.
+int ZVRectSides::segmentHits(int32_t x1, int32_t y1, int32_t x2, int32_t y2) const {
   const ZVRectSides box = boxOf(x1, y1, x2, y2);
   if (!intersects(box)) return 0;
   const LineHits hits(*this, x1, y1, x2, y2);

@@ -74,6 +74,7 @@ struct ZV_EXPORT ZVRectSides {
  private:
   bool onVerticalSide(int32_t x1, int32_t x2) const { return x1 == x2 && (x1 == left || x1 == right); }
   bool onHorizontalSide(int32_t y1, int32_t y2) const { return y1 == y2 && (y1 == top || y1 == bottom); }
+  int segmentHits(int32_t x1, int32_t y1, int32_t x2, int32_t y2) const;
   bool rayLeadsAway(int32_t x1, int32_t y1, int32_t x2, int32_t y2) const;
   int intersectsSlantedLine(int32_t& x1, int32_t& y1, int32_t& x2, int32_t& y2) const;
 };
