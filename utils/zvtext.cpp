@@ -22,15 +22,16 @@ char* ZVInternalText::join(const char* first, const char* second) {
   std::unique_ptr<char[]> text(new char[length + rest + 1]);
   std::memcpy(text.get(), first, length);
   std::memcpy(text.get() + length, second, rest + 1);
+  return hold(std::move(text));
+}
+
+char* ZVInternalText::hold(std::unique_ptr<char[]> text) {
   pString_ = std::move(text);
+  ++revision_;
   return pString();
 }
 
-char* ZVInternalText::pString(const char* text) {
-  if (text) return join(text, "");
-  pString_.reset();
-  return nullptr;
-}
+char* ZVInternalText::pString(const char* text) { return text ? join(text, "") : hold(nullptr); }
 
 char* ZVInternalText::prependString(const char* text) {
   return text ? join(text, pString_ ? pString() : "") : pString();

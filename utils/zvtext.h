@@ -27,12 +27,17 @@ class ZV_EXPORT ZVInternalText {
   char* prependString(const char* text);
   char* appendString(const char* text);
 
+  // A number that every change of the text through the operations above makes a new one.
+  uint64_t revision() const { return revision_; }
+
   void debugOutput(int) {}
 
  private:
   char* join(const char* first, const char* second);
+  char* hold(std::unique_ptr<char[]> text);
 
   std::unique_ptr<char[]> pString_;
+  uint64_t revision_ = 0;
 };
 
 // The same as an object.
@@ -49,6 +54,9 @@ class ZV_EXPORT ZVText : public ZVObject {
   char* appendString(const char* text) { return text_.appendString(text); }
 
   virtual int32_t sizeOf() const;
+
+ protected:
+  uint64_t textRevision() const { return text_.revision(); }
 
   ZV_SHAPE_FULL(ZVText)
 

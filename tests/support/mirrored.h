@@ -54,6 +54,7 @@ inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVDouble", made<ZVDouble>, true},
     {"ZVErrorMsg", made<ZVErrorMsg>, true},
     {"ZVFile", made<ZVFile>, true},
+    {"ZVFontInfo", made<ZVFontInfo>, true},
     {"ZVHorSegment", made<ZVHorSegment>, true},
     {"ZVIUserFieldDListSort", made<ZVIUserFieldDListSort>, false},
     {"ZVIUserFieldSListSort", made<ZVIUserFieldSListSort>, false},
@@ -98,6 +99,7 @@ inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVStringPool", made<ZVStringPool>, true},
     {"ZVText", made<ZVText>, true},
     {"ZVTextFile", made<ZVTextFile>, true},
+    {"ZVTextWithDim", made<ZVTextWithDim>, true},
     {"ZVTransform", made<ZVTransform>, true},
     {"ZVTuple", made<ZVTuple>, true},
 };
