@@ -65,6 +65,8 @@ class ZV_EXPORT ZVDList : public ZVDListBase {
   friend class ZVBinHeap;
   friend class ZVBinTree;
 
+  using ZVDListBase::lengthOfRun;
+
   void join(ZVDListCell* previous, ZVDListCell* next) {
     previous ? previous->pNextDListCell(next) : pFirstDListCell(next);
     next ? next->pPrevDListCell(previous) : pLastDListCell(previous);

@@ -4,6 +4,10 @@
 
 #include "utils/zvalgori.h"
 #include "utils/zvarchiv.h"
+#include "utils/zvbheap.h"
+#include "utils/zvbheapc.h"
+#include "utils/zvbtree.h"
+#include "utils/zvbtreec.h"
 #include "utils/zvcolor.h"
 #include "utils/zvdebmsg.h"
 #include "utils/zvdlisea.h"

@@ -43,6 +43,10 @@ struct ConcreteArray : ZVSimpleArray {
 // In alphabetical order.
 inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVAlgorithm", made<ConcreteAlgorithm>, false},
+    {"ZVBinHeap", made<ZVBinHeap>, true},
+    {"ZVBinHeapCell", made<ZVBinHeapCell>, true},
+    {"ZVBinTree", made<ZVBinTree>, true},
+    {"ZVBinTreeCell", made<ZVBinTreeCell>, true},
     {"ZVColor", made<ZVColor>, true},
     {"ZVDList", made<ZVDList>, true},
     {"ZVDListCell", made<ZVDListCell>, true},
