@@ -1,50 +1,20 @@
-// The lists, their sorts and the index hash table beside their counterparts in the standard library, each
+// The lists and the index hash table beside their counterparts in the standard library, each
 // pair on the same objects in the same order. No list operation should take more than 1.2 times as long.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <list>
-#include <memory>
 #include <random>
 #include <unordered_map>
 #include <vector>
 
+#include "bench/benchlst.h"
 #include "utils/zvdlisti.h"
-#include "utils/zvdlists.h"
 #include "utils/zvidxhsh.h"
 #include "utils/zvslisti.h"
-#include "utils/zvslists.h"
-#include "utils/zvvalue.h"
 
 namespace {
 
-using StdList = std::list<ZVObject*>;
-
-// Boxed numbers 0 to count - 1 in a random order.
-const std::vector<std::unique_ptr<ZVInt>>& shuffledObjects(int64_t count) {
-  static std::vector<std::unique_ptr<ZVInt>> objects;
-  if (static_cast<int64_t>(objects.size()) != count) {
-    objects.clear();
-    for (int32_t i = 0; i < count; ++i) objects.push_back(std::make_unique<ZVInt>(i));
-    std::shuffle(objects.begin(), objects.end(), std::mt19937(1));
-  }
-  return objects;
-}
-
 // What the benchmarks do, in the words of either side.
-void append(StdList& list, ZVObject* object) { list.push_back(object); }
-void append(ZVDList& list, ZVObject* object) { list.appendObject(object); }
-void append(ZVSList& list, ZVObject* object) { list.appendObject(object); }
-
-void clear(StdList& list) { list.clear(); }
-void clear(ZVDList& list) { list.deleteAllCells(); }
-void clear(ZVSList& list) { list.deleteAllCells(); }
-
-template <class List>
-void fill(List& list, int64_t count) {
-  for (const auto& object : shuffledObjects(count)) append(list, object.get());
-}
-
 template <class Visit>
 void walk(StdList& list, Visit visit) {
   for (ZVObject* object : list) visit(object);
@@ -222,96 +192,6 @@ void InsertAndErase(benchmark::State& state) {
   }
 }
 
-int32_t keyOf(const ZVObject* object) { return ZVInt::castDown(object)->value(); }
-
-template <class Base, class Cell>
-struct KeySort : Base {
-  int32_t virtualCompare(Cell* cell1, Cell* cell2) override {
-    return keyOf(cell1->pObject()) - keyOf(cell2->pObject());
-  }
-  void virtualDebugOutputElement(Cell*) override {}
-};
-using DSort = KeySort<ZVDListSort, ZVDListCell>;
-using SSort = KeySort<ZVSListSort, ZVSListCell>;
-
-// The counterpart of a sort object: one comparison behind a virtual call.
-struct StdOrder {
-  virtual ~StdOrder() = default;
-  virtual bool isBefore(const ZVObject* object1, const ZVObject* object2) = 0;
-};
-struct StdKeyOrder : StdOrder {
-  bool isBefore(const ZVObject* object1, const ZVObject* object2) override {
-    return keyOf(object1) < keyOf(object2);
-  }
-};
-
-struct StdSort {
-  std::unique_ptr<StdOrder> order = std::make_unique<StdKeyOrder>();
-  void operator()(StdList& list) {
-    benchmark::DoNotOptimize(order);
-    list.sort([this](const ZVObject* a, const ZVObject* b) { return order->isBefore(a, b); });
-  }
-};
-struct StdInlineSort {
-  void operator()(StdList& list) {
-    list.sort([](const ZVObject* a, const ZVObject* b) { return keyOf(a) < keyOf(b); });
-  }
-};
-template <class Sort>
-struct QuickSort {
-  Sort sort;
-  void operator()(auto& list) { sort.quickSort(&list, 0); }
-};
-template <class Sort>
-struct MergeSort {
-  Sort sort;
-  void operator()(auto& list) { sort.mergeSort(&list); }
-};
-template <class Sort>
-struct BubbleSort {
-  Sort sort;
-  void operator()(auto& list) { sort.bubbleSort(&list); }
-};
-
-// A list that can be put back in its first order, in the same cells at the same addresses.
-struct RestorableStd {
-  explicit RestorableStd(int64_t count) {
-    fill(list, count);
-    for (auto it = list.begin(); it != list.end(); ++it) cells.push_back(it);
-  }
-  void restore() {
-    for (StdList::iterator cell : cells) list.splice(list.end(), list, cell);
-  }
-  StdList list;
-  std::vector<StdList::iterator> cells;
-};
-template <class List>
-struct RestorableList {
-  explicit RestorableList(int64_t count) {
-    fill(list, count);
-    for (auto* cell = list.pFirstCell(); cell; cell = cell->pNextCell()) cells.push_back(cell);
-  }
-  void restore() {
-    while (list.pFirstCell()) list.removeCell(list.pFirstCell());
-    for (auto* cell : cells) list.appendCell(cell);
-  }
-  List list;
-  std::vector<decltype(list.pFirstCell())> cells;
-};
-
-template <class List, class Sorter>
-void SortList(benchmark::State& state) {
-  List restorable(state.range(0));
-  Sorter sorter;
-  for (auto _ : state) {
-    sorter(restorable.list);
-    benchmark::DoNotOptimize(&restorable);
-    state.PauseTiming();
-    restorable.restore();
-    state.ResumeTiming();
-  }
-}
-
 // Keys as the writer of files enters them: addresses of objects, in a random order.
 std::vector<intptr_t> addresses(int64_t count) {
   std::vector<intptr_t> keys;
@@ -374,21 +254,6 @@ LISTS(TransferWhole);
 LISTS(TransferPart);
 LISTS(MoveCell);
 LISTS(InsertAndErase);
-
-#define SORT(List, ...) \
-  BENCHMARK(SortList<List, __VA_ARGS__>)->Arg(100)->Arg(1000)->Arg(10000)->Arg(100000)->Arg(1000000)
-using RestorableD = RestorableList<ZVDList>;
-using RestorableS = RestorableList<ZVSList>;
-SORT(RestorableStd, StdSort);
-SORT(RestorableStd, StdInlineSort);
-SORT(RestorableD, QuickSort<DSort>);
-SORT(RestorableS, QuickSort<SSort>);
-SORT(RestorableD, MergeSort<DSort>);
-SORT(RestorableS, MergeSort<SSort>);
-// Quadratic, so for a handful of cells.
-BENCHMARK(SortList<RestorableStd, StdSort>)->Arg(5);
-BENCHMARK(SortList<RestorableD, BubbleSort<DSort>>)->Arg(5)->Arg(100);
-BENCHMARK(SortList<RestorableS, BubbleSort<SSort>>)->Arg(5)->Arg(100);
 
 #define TABLES(operation)                                 \
   BENCHMARK(operation<StdTable>)->Arg(1000)->Arg(100000); \
