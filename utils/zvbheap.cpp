@@ -135,7 +135,8 @@ void ZVBinHeap::recursiveDebugOutput(const ZVBinHeapCell*, int) const {}
 void ZVBinHeap::init() { pAddChildrenPlace(nullptr); }
 
 void ZVBinHeap::ZVBinHeapdeepCopy(const ZVBinHeap& other) {
-  ZVObject::copyObject(&other);
+  // The copy of a plain list would make plain cells.
+  ZVObject::copyObject(&other);  // NOLINT(bugprone-parent-virtual-call)
   copyAllCellsAndObjects(&other);
 }
 

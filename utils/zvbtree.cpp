@@ -246,7 +246,8 @@ void ZVBinTree::init() {
 }
 
 void ZVBinTree::ZVBinTreedeepCopy(const ZVBinTree& other) {
-  ZVObject::copyObject(&other);
+  // The copy of a plain list would make plain cells.
+  ZVObject::copyObject(&other);  // NOLINT(bugprone-parent-virtual-call)
   binTreeType_ = other.binTreeType_;
   copyAllCellsAndObjects(&other);
 }

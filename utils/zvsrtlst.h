@@ -69,8 +69,8 @@ class ZVSortedList : public Base {
     Cell* previous;
     Cell* found;
   };
-  Place placeOfCell(const Cell* cell) const;
-  Place placeOfObject(const ZVObject* object) const;
+  Place placeOfCell(const Cell* wanted) const;
+  Place placeOfObject(const ZVObject* wanted) const;
 
  private:
   // Passes cells until one is the wanted one or sorts after it.
