@@ -51,6 +51,8 @@
 #include "utils/zvredlit.h"
 #include "utils/zvresl.h"
 #include "utils/zvreslit.h"
+#include "utils/zvresrc.h"
+#include "utils/zvresrdb.h"
 #include "utils/zvrorect.h"
 #include "utils/zvsarray.h"
 #include "utils/zvsdlist.h"

@@ -39,6 +39,13 @@ struct ConcreteArray : ZVSimpleArray {
   int elementEquals(const ZVSimpleArray*, int32_t) const override { return 1; }
   void copyElement(const ZVSimpleArray*, int32_t) override {}
 };
+struct ConcreteResource : ZVResource {
+  int32_t sortKey() const override { return 0; }
+  int isEqual(const ZVResource*) const override { return 1; }
+};
+struct ConcreteResourceDB : ZVResourceDB {
+  ZVResource* vNewResource() override { return new ConcreteResource; }
+};
 
 // In alphabetical order.
 inline const MirroredClass MIRRORED_CLASSES[] = {
@@ -91,6 +98,8 @@ inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVRectDListIter", made<ZVRectDListIter>, false},
     {"ZVRectSList", made<ZVRectSList>, true},
     {"ZVRectSListIter", made<ZVRectSListIter>, false},
+    {"ZVResource", made<ConcreteResource>, false},
+    {"ZVResourceDB", made<ConcreteResourceDB>, false},
     {"ZVRotatedRect", made<ZVRotatedRect>, true},
     {"ZVSList", made<ZVSList>, true},
     {"ZVSListCell", made<ZVSListCell>, false},
