@@ -14,7 +14,8 @@
 #include "utils/zvbheap.h"
 #include "utils/zvbtree.h"
 #include "utils/zvdlisti.h"
-#include "utils/zvslist.h"
+#include "utils/zvssbtre.h"
+#include "utils/zvsweep.h"
 #include "utils/zvvalue.h"
 
 namespace {
@@ -208,59 +209,6 @@ TEST(BinHeap, StandsAsAnArrayHeapUnderRandomOperations) {
   }
 }
 
-TEST(BinHeap, CopiesCloneTheObjectsOrComeOutEmpty) {
-  int live = 0;
-  {
-    ZVBinHeap heap;
-    for (int32_t value : {5, 3, 4, 1}) heap.addObject(new Counted(&live), value);
-    heap.addObject(nullptr, 2);
-    ZVBinHeap target;
-    target.addObject(new Counted(&live), 9);
-    target = heap;
-    EXPECT_EQ(live, 8);
-    std::unique_ptr<ZVBinHeap> clone(heap.cloneObject());
-    std::unique_ptr<ZVBinHeap> empty(heap.cloneAttributes());
-    EXPECT_EQ(live, 12);
-    EXPECT_EQ(empty->pMinObject(), nullptr);
-    ZVBinHeapCell* first = empty->addObject(nullptr, 1);
-    EXPECT_EQ(empty->pMinCell(), first);
-    for (ZVBinHeap* copy : {&target, clone.get()}) {
-      copy->copyObject(copy);
-      copy->copyAttributes(&heap);
-      EXPECT_EQ(copy->sizeOf(), heap.sizeOf());
-      EXPECT_NE(copy->pMinObject(), heap.pMinObject());
-      for (int32_t value = 1; value <= 5; ++value) {
-        std::unique_ptr<ZVBinHeapCell> cell(copy->pExtractMinCell());
-        EXPECT_EQ(cell->value(), value);
-        EXPECT_EQ(cell->pObject() == nullptr, value == 2);
-        delete cell->pObject();
-      }
-    }
-    EXPECT_EQ(live, 4);
-    heap.copyAllCellsAndObjects(nullptr);
-    EXPECT_EQ(heap.length(), 0);
-  }
-  EXPECT_EQ(live, 0);
-
-  ZVInt number(7);
-  ZVBinHeap heap;
-  ZVBinHeapCell* root = heap.addObject(&number, 1);
-  ZVBinHeapCell* leaf = heap.addObject(nullptr, 2);
-  ZVBinHeapCell deep(*root);
-  std::unique_ptr<ZVObject> clone(deep.pObject());
-  ZVBinHeapCell shared(*root, ZV_ATTRIBUTE_COPY);
-  EXPECT_NE(clone.get(), &number);
-  EXPECT_EQ(shared.pObject(), &number);
-  for (const ZVBinHeapCell* cell : {&deep, &shared}) {
-    EXPECT_EQ(cell->value(), 1);
-    EXPECT_EQ(cell->pLeftChild(), nullptr);
-    EXPECT_EQ(cell->pNextCell(), nullptr);
-  }
-  leaf->copyAttributes(&shared);
-  EXPECT_EQ(leaf->value(), 1);
-  EXPECT_EQ(leaf->pParent(), root);
-}
-
 // The colours of a cell are private to the tree family; this opens one of them to the walk below.
 template <auto member>
 struct Opened {
@@ -282,9 +230,8 @@ struct TreeWalk {
     const ZVBinTreeCell* root = tree.pRoot();
     if (root == nil) fault = "the root is the nil cell";
     if (nil->pLeftChild() || nil->pRightChild() || isRed(nil)) fault = "the nil cell has changed";
-    if (!root) return;
-    if (root->pParent()) fault = "the root has a parent";
-    visit(root);
+    if (root && root->pParent()) fault = "the root has a parent";
+    if (root) visit(root);
     if (!fault) fault = threadFault(tree, cells);
   }
 
@@ -314,13 +261,27 @@ struct TreeWalk {
   int deepest = 0;
 };
 
+using Cell = ZVBinTreeCell;
+using Cells = std::vector<Cell*>;
+
+const char* treeFault(const ZVBinTree& tree, const Cells& cells) {
+  const char* fault = TreeWalk(tree).fault;
+  return fault ? fault : threadFault(tree, cells);
+}
+
+// The index of any cell, or -1, which stands for null.
+int anyPlace(Random& random, const Cells& cells) {
+  return random.below(static_cast<int>(cells.size()) + 1) - 1;
+}
+Cell* cellAt(const Cells& cells, int place) {
+  return place < 0 ? nullptr : cells[static_cast<size_t>(place)];
+}
+int lastPlace(const Cells& cells) { return static_cast<int>(cells.size()) - 1; }
+
 // A few trees, each beside a vector of its cells.
 class TreeModel {
-  using Cell = ZVBinTreeCell;
-  using Cells = std::vector<Cell*>;
-
  public:
-  TreeModel(unsigned seed, int limit) : random_(seed), limit_(static_cast<size_t>(limit)) {}
+  TreeModel(unsigned seed, size_t limit) : random_(seed), limit_(limit) {}
 
   void run(int steps) {
     for (int step = 0; step < steps && !testing::Test::HasFatalFailure(); ++step) {
@@ -330,130 +291,91 @@ class TreeModel {
       change();
       compareAny();
       for (size_t i = 0; i < trees_.size(); ++i) {
-        ASSERT_STREQ(TreeWalk(trees_[i]).fault, nullptr) << "step " << step;
-        ASSERT_STREQ(threadFault(trees_[i], models_[i]), nullptr) << "step " << step;
-        for (const Cell* cell : models_[i]) {
-          ASSERT_TRUE(cell->pObject() >= objects_.data() && cell->pObject() < objects_.end());
-        }
+        ASSERT_STREQ(treeFault(trees_[i], models_[i]), nullptr) << "step " << step;
       }
     }
   }
 
  private:
   ZVObject* anyObject() { return &objects_[random_.index(objects_.size())]; }
-  // The index of a cell, or -1.
-  int anyPlace(const Cells& cells) { return random_.below(static_cast<int>(cells.size()) + 1) - 1; }
-  static Cell* cellAt(const Cells& cells, int place) {
-    return place < 0 ? nullptr : cells[static_cast<size_t>(place)];
-  }
 
   void change() {
     if (cells_->size() > limit_) {
       random_.below(2) ? tree_->deleteAllCells() : tree_->deleteAllFromBinTree();
       return cells_->clear();
     }
-    switch (random_.below(9)) {
+    switch (random_.below(10)) {
       case 0:
-      case 1:
-      case 2:
-        return insertOne();
-      case 3:
-      case 4:
-        return removeOne();
-      case 5:
-        return swapTwo();
-      case 6:
-        if (random_.below(4)) return removeOne();
         ASSERT_EQ(tree_->reverse(), 1);
         return std::reverse(cells_->begin(), cells_->end());
-      case 7:
-        return transfer();
+      case 1:
+        return swapTwo();
+      case 2:
+        return takeFromAny(false);
+      case 3:
+        return takeFromAny(true);
+      case 4:
+      case 5:
+      case 6:
+        return removeOne();
       default:
-        return copy();
+        return insertOne();
     }
   }
 
   void insertOne() {
-    int place = anyPlace(*cells_);
+    int place = anyPlace(random_, *cells_);
     Cell* at = cellAt(*cells_, place);
     ZVObject* object = anyObject();
-    ASSERT_EQ(tree_->insertCell(at, nullptr), nullptr);
-    int end = static_cast<int>(cells_->size());
-    int target = place + 1;
-    Cell* cell = nullptr;
-    int kind = random_.below(10);
-    if (kind > 1 && kind < 4) target = end;
-    if (kind > 3 && kind < 6) target = 0;
-    if (kind > 5 && kind < 8 && place < 0) target = end;
-    if (kind > 7) target = std::max(place, 0);
-    Cell* made = kind % 2 ? nullptr : new Cell(object, random_.below(3));
-    switch (kind) {
-      case 0:
-        cell = tree_->insertCell(at, made);
-        break;
-      case 1:
-        cell = tree_->addObject(at, object);
-        break;
-      case 2:
-        cell = tree_->appendCell(made);
-        break;
-      case 3:
-        cell = tree_->appendObject(object);
-        break;
-      case 4:
-        cell = tree_->prependCell(made);
-        break;
-      case 5:
-        cell = tree_->prependObject(object);
-        break;
-      case 6:
-        cell = tree_->insertAfter(at, made);
-        break;
-      case 7:
-        cell = tree_->addAfter(at, object);
-        break;
-      case 8:
-        cell = tree_->insertBefore(at, made);
-        break;
-      default:
-        cell = tree_->addBefore(at, object);
+    int end = lastPlace(*cells_) + 1;
+    int kind = random_.below(5);
+    const int targets[] = {place + 1, end, 0, place < 0 ? end : place + 1, std::max(place, 0)};
+    Cell* cell;
+    if (random_.below(2)) {
+      auto* made = new Cell(object, random_.below(3));
+      Cell* results[] = {nullptr, nullptr, nullptr, nullptr, nullptr};
+      if (kind == 0) results[0] = tree_->insertCell(at, made);
+      if (kind == 1) results[1] = tree_->appendCell(made);
+      if (kind == 2) results[2] = tree_->prependCell(made);
+      if (kind == 3) results[3] = tree_->insertAfter(at, made);
+      if (kind == 4) results[4] = tree_->insertBefore(at, made);
+      cell = results[kind];
+      ASSERT_EQ(cell, made);
+    } else {
+      cell = kind == 0   ? tree_->addObject(at, object)
+             : kind == 1 ? tree_->appendObject(object)
+             : kind == 2 ? tree_->prependObject(object)
+             : kind == 3 ? tree_->addAfter(at, object)
+                         : tree_->addBefore(at, object);
     }
+    ASSERT_EQ(tree_->insertCell(at, nullptr), nullptr);
     ASSERT_EQ(cell->pObject(), object);
-    cells_->insert(cells_->begin() + target, cell);
+    cells_->insert(cells_->begin() + targets[kind], cell);
   }
 
   void removeOne() {
-    int place = anyPlace(*cells_);
+    int place = anyPlace(random_, *cells_);
     Cell* cell = cellAt(*cells_, place);
-    Cell* removed = nullptr;
-    switch (random_.below(4)) {
-      case 0:
-        tree_->discardCell(cell);
-        if (cell) cells_->erase(cells_->begin() + place);
-        return;
-      case 1: {
-        ZVObject* object = anyObject();
-        auto found =
-            std::find_if(cells_->begin(), cells_->end(), [=](Cell* c) { return c->pObject() == object; });
-        place = found == cells_->end() ? -1 : static_cast<int>(found - cells_->begin());
-        cell = cellAt(*cells_, place);
-        ASSERT_EQ(tree_->searchObject(object), cell);
-        removed = tree_->searchAndRemoveObject(object);
-        break;
-      }
-      case 2: {
-        const Cells& others = models_[(at_ + 1) % models_.size()];
-        ASSERT_EQ(tree_->searchAndRemoveCell(cellAt(others, anyPlace(others))), nullptr);
-        ASSERT_EQ(tree_->pCellInPosition(place + 1), cell);
-        removed = tree_->searchAndRemoveCell(cell);
-        break;
-      }
-      default:
-        removed = tree_->removeCell(cell);
+    ZVObject* object = cell ? cell->pObject() : anyObject();
+    int kind = random_.below(4);
+    if (kind == 1) {
+      auto found =
+          std::find_if(cells_->begin(), cells_->end(), [=](Cell* c) { return c->pObject() == object; });
+      place = found == cells_->end() ? -1 : static_cast<int>(found - cells_->begin());
+      cell = cellAt(*cells_, place);
+      ASSERT_EQ(tree_->searchObject(object), cell);
     }
+    ASSERT_EQ(tree_->pCellInPosition(place + 1), cell);
+    const Cells& others = models_[(at_ + 1) % models_.size()];
+    ASSERT_EQ(tree_->searchAndRemoveCell(cellAt(others, anyPlace(random_, others))), nullptr);
+    if (cell) cells_->erase(cells_->begin() + place);
+    if (kind == 0) return tree_->discardCell(cell);
+    Cell* removed = kind == 1   ? tree_->searchAndRemoveObject(object)
+                    : kind == 2 ? tree_->searchAndRemoveCell(cell)
+                                : tree_->removeCell(cell);
     ASSERT_EQ(removed, cell);
     if (!cell) return;
-    cells_->erase(cells_->begin() + place);
+    ASSERT_EQ(cell->pObject(), object);
     // It comes back into any tree, whatever links and colours it has left.
     size_t to = random_.index(trees_.size());
     trees_[to].appendCell(cell);
@@ -462,104 +384,65 @@ class TreeModel {
 
   void swapTwo() {
     if (cells_->empty()) return;
-    size_t place1 = random_.index(cells_->size());
-    size_t place2 = random_.index(cells_->size());
+    auto cell1 = cells_->begin() + anyPlace(random_, *cells_);
+    if (cell1 < cells_->begin()) cell1 = cells_->begin();
+    // Any two, neighbours in the list, or parent and child.
+    auto cell2 = cells_->begin() + random_.below(lastPlace(*cells_) + 1);
     int kind = random_.below(3);
-    if (kind == 0) place2 = place1 + 1 < cells_->size() ? place1 + 1 : 0;
-    if (kind == 1) {
-      const Cell* parent = (*cells_)[place1]->pParent();
-      place2 = static_cast<size_t>(std::find(cells_->begin(), cells_->end(), parent) - cells_->begin());
-      if (!parent) place2 = place1;
-    }
-    if (random_.below(2)) std::swap(place1, place2);
-    tree_->swapPosition((*cells_)[place1], (*cells_)[place2]);
-    std::swap((*cells_)[place1], (*cells_)[place2]);
+    if (kind == 0 && cell1 != cells_->begin()) cell2 = cell1 - 1;
+    if (kind == 1 && (*cell1)->pParent())
+      cell2 = std::find(cells_->begin(), cells_->end(), (*cell1)->pParent());
+    if (random_.below(2)) std::swap(cell1, cell2);
+    tree_->swapPosition(*cell1, *cell2);
+    std::swap(*cell1, *cell2);
   }
 
-  void transfer() {
+  // Copies from a tree or from a plain list of the same objects.
+  void takeFromAny(bool copies) {
     size_t from = random_.index(trees_.size());
     ZVBinTree* source = &trees_[from];
     Cells& sources = models_[from];
-    int place = anyPlace(*cells_);
+    ZVDList plain;
+    plain.copyAllCells(static_cast<const ZVDList*>(source));
+    const ZVDList* copied = source;
+    if (copies && random_.below(2)) copied = &plain;
+    int kind = random_.below(copies ? 5 : 4);
+    if (kind == 4 && from == at_) return;
+    int place = kind == 0 ? lastPlace(*cells_) : kind < 3 ? anyPlace(random_, *cells_) : -1;
+    int first = kind == 2 ? anyPlace(random_, sources) : 0;
+    int last = kind == 2 ? anyPlace(random_, sources) : lastPlace(sources);
     Cell* after = cellAt(*cells_, place);
-    int first = 0;
-    int last = static_cast<int>(sources.size()) - 1;
-    int result = 0;
-    switch (random_.below(4)) {
-      case 0:
-        result = tree_->transferList(after, source);
-        ASSERT_EQ(tree_->transferList(after, nullptr), 0);
-        break;
-      case 1:
-        place = static_cast<int>(cells_->size()) - 1;
-        result = tree_->appendList(source);
-        break;
-      case 2:
-        place = -1;
-        result = tree_->prependList(source);
-        break;
-      default:
-        first = anyPlace(sources);
-        last = anyPlace(sources);
-        result = tree_->transferListPart(after, source, cellAt(sources, first), cellAt(sources, last));
-        ASSERT_EQ(result, from != at_ && first >= 0 && last >= first);
-        if (!result) return;
+    int result;
+    if (kind == 0) {
+      result = copies ? tree_->copyAppendList(copied) : tree_->appendList(source);
+    } else if (kind == 1) {
+      ASSERT_EQ(tree_->transferList(after, nullptr) + tree_->copyTransferList(after, nullptr), 0);
+      result = copies ? tree_->copyTransferList(after, copied) : tree_->transferList(after, source);
+    } else if (kind == 2) {
+      result = copies ? tree_->copyTransferListPart(after, copied, copied->pCellInPosition(first + 1),
+                                                    copied->pCellInPosition(last + 1))
+                      : tree_->transferListPart(after, source, cellAt(sources, first), cellAt(sources, last));
+    } else if (kind == 3) {
+      result = copies ? tree_->copyPrependList(copied) : tree_->prependList(source);
+    } else {
+      cells_->clear();
+      tree_->copyAllCells(source);
+      copied = source;
+      result = 1;
     }
-    ASSERT_EQ(result, from != at_);
-    if (!result) return;
-    cells_->insert(cells_->begin() + (place + 1), sources.begin() + first, sources.begin() + (last + 1));
-    sources.erase(sources.begin() + first, sources.begin() + (last + 1));
-  }
-
-  // From a tree or a plain list of the same objects.
-  void copy() {
-    size_t from = random_.index(trees_.size());
-    Cells& sources = models_[from];
-    ZVDList list;
-    list.copyAllCells(static_cast<const ZVDList*>(&trees_[from]));
-    bool plain = random_.below(2);
-    ZVDList* source = plain ? &list : &trees_[from];
-    int place = anyPlace(*cells_);
-    Cell* after = cellAt(*cells_, place);
-    int first = 0;
-    int last = static_cast<int>(sources.size()) - 1;
-    int result = 0;
-    switch (random_.below(5)) {
-      case 0:
-        result = tree_->copyTransferList(after, source);
-        ASSERT_EQ(tree_->copyTransferList(after, nullptr), 0);
-        break;
-      case 1:
-        place = static_cast<int>(cells_->size()) - 1;
-        result = tree_->copyAppendList(source);
-        break;
-      case 2:
-        place = -1;
-        result = tree_->copyPrependList(source);
-        break;
-      case 3:
-        if (from == at_) return;
-        place = -1;
-        cells_->clear();
-        tree_->copyAllCells(&trees_[from]);
-        result = 1;
-        break;
-      default:
-        first = anyPlace(sources);
-        last = anyPlace(sources);
-        ZVDListCell* firstCell = source->pCellInPosition(first + 1);
-        ZVDListCell* lastCell = source->pCellInPosition(last + 1);
-        result = tree_->copyTransferListPart(after, source, firstCell, lastCell);
-        ASSERT_EQ(result, (plain || from != at_) && first >= 0 && last >= first);
-        if (!result) return;
+    bool accepted = (from != at_ || copied == &plain) && (kind != 2 || (first >= 0 && last >= first));
+    ASSERT_EQ(result, accepted);
+    if (!accepted) return;
+    auto to = cells_->begin() + (place + 1);
+    if (!copies) {
+      cells_->insert(to, sources.begin() + first, sources.begin() + (last + 1));
+      sources.erase(sources.begin() + first, sources.begin() + (last + 1));
+      return;
     }
-    ASSERT_EQ(result, plain || from != at_);
-    if (!result) return;
-    ZVDListCell* object = list.pCellInPosition(first + 1);
-    for (; first <= last; ++first, object = object->pNextCell()) {
+    for (; first <= last; ++first, ++to) {
       Cell* cell = tree_->pCellInPosition(++place + 1);
-      ASSERT_EQ(cell->pObject(), object->pObject());
-      cells_->insert(cells_->begin() + place, cell);
+      ASSERT_EQ(cell->pObject(), plain.pObjectInPosition(first + 1));
+      to = cells_->insert(to, cell);
     }
   }
 
@@ -589,13 +472,13 @@ class TreeModel {
 TEST(BinTree, IsAListAndARedBlackTreeUnderRandomOperations) {
   for (unsigned seed = 1; seed <= 20; ++seed) {
     SCOPED_TRACE(testing::Message() << "seed " << seed);
-    TreeModel(seed, static_cast<int>(3 * seed)).run(5000);
+    TreeModel(seed, 4 * seed).run(5000);
     if (HasFatalFailure()) return;
   }
 }
 
 // The numbers of the cells with their colours, children in brackets.
-std::string shape(const ZVBinTree& tree, const ZVBinTreeCell* cell) {
+std::string shape(const ZVBinTree& tree, const Cell* cell) {
   if (cell == tree.pNil()) return "-";
   std::string text = std::to_string(ZVInt::castDown(cell->pObject())->value()) + (isRed(cell) ? "r" : "b");
   if (cell->pLeftChild() == tree.pNil() && cell->pRightChild() == tree.pNil()) return text;
@@ -603,10 +486,10 @@ std::string shape(const ZVBinTree& tree, const ZVBinTreeCell* cell) {
 }
 
 TEST(BinTree, RecoloursAndRotatesInTheToldOrder) {
-  std::vector<std::unique_ptr<ZVInt>> numbers;
-  std::vector<ZVBinTreeCell*> cells(1);
+  ZVInt numbers[9];
+  Cell* cells[9];
   ZVBinTree tree;
-  // A colour that rises to the root stays there until the next insertion.
+  // A red that rises to the root stays there until the next insertion.
   const char* const GROWN[] = {"1b",
                                "1b(- 2r)",
                                "2b(1r 3r)",
@@ -615,33 +498,31 @@ TEST(BinTree, RecoloursAndRotatesInTheToldOrder) {
                                "2b(1b 4r(3b 5b(- 6r)))",
                                "2b(1b 4r(3b 6b(5r 7r)))",
                                "4b(2r(1b 3b) 6r(5b 7b(- 8r)))"};
-  for (const char* grown : GROWN) {
-    numbers.push_back(std::make_unique<ZVInt>(static_cast<int32_t>(cells.size())));
-    cells.push_back(tree.appendObject(numbers.back().get()));
-    EXPECT_EQ(shape(tree, tree.pRoot()), grown);
+  for (int32_t i = 1; i <= 8; ++i) {
+    numbers[i].value(i);
+    cells[i] = tree.appendObject(&numbers[i]);
+    EXPECT_EQ(shape(tree, tree.pRoot()), GROWN[i - 1]);
   }
-  // The cell is exchanged with its successor: what is left points past it.
+  // The cell is exchanged with its successor: what it keeps points past that one.
   EXPECT_EQ(tree.removeCell(cells[4]), cells[4]);
-  EXPECT_EQ(shape(tree, tree.pRoot()), "5b(2r(1b 3b) 7r(6b 8b))");
   EXPECT_EQ(cells[4]->pPreviousCell(), cells[5]);
   EXPECT_EQ(cells[4]->pNextCell(), cells[6]);
-  tree.discardCell(cells[1]);
-  EXPECT_EQ(shape(tree, tree.pRoot()), "5b(2b(- 3r) 7r(6b 8b))");
-  tree.discardCell(cells[2]);
-  EXPECT_EQ(shape(tree, tree.pRoot()), "5b(3b 7r(6b 8b))");
-  tree.discardCell(cells[3]);
-  EXPECT_EQ(shape(tree, tree.pRoot()), "7b(5b(- 6r) 8b)");
-  // The removed cell is the first one of an empty tree, and black there.
+  const char* const SHRUNK[] = {"5b(2r(1b 3b) 7r(6b 8b))", "5b(2b(- 3r) 7r(6b 8b))", "5b(3b 7r(6b 8b))",
+                                "7b(5b(- 6r) 8b)"};
+  for (int i = 0; i <= 3; ++i) {
+    if (i > 0) tree.discardCell(cells[i]);
+    EXPECT_EQ(shape(tree, tree.pRoot()), SHRUNK[i]);
+  }
+  // A cell with all its old links is the only one of an emptied tree.
   tree.deleteAllCells();
   EXPECT_EQ(tree.pRoot(), nullptr);
   tree.insertCell(nullptr, cells[4]);
   EXPECT_EQ(shape(tree, tree.pRoot()), "4b");
   EXPECT_EQ(tree.pRoot()->pParent(), nullptr);
-  delete tree.removeCell(cells[4]);
-  EXPECT_EQ(tree.pRoot(), nullptr);
-  // A red root on its way from the tree of another type.
+
+  // A tree of another type has any shape, and can still be told to be balanced from now on.
   ZVBinTree plain(0);
-  for (const auto& number : numbers) plain.appendObject(number.get());
+  for (int i = 1; i <= 8; ++i) plain.appendObject(&numbers[i]);
   EXPECT_EQ(TreeWalk(plain).deepest, 8);
   plain.copyAttributes(&tree);
   while (plain.length() > 0) plain.discardCell(plain.pCellInPosition((plain.length() + 1) / 2));
@@ -653,7 +534,7 @@ TEST(BinTree, StaysFlatHoweverItGrows) {
   for (int order = 0; order < 3; ++order) {
     ZVBinTree tree;
     for (int i = 1; i <= 1000; ++i) {
-      ZVBinTreeCell* places[] = {tree.pLastCell(), nullptr, tree.pRoot()};
+      Cell* places[] = {tree.pLastCell(), nullptr, tree.pRoot()};
       tree.addObject(places[order], &object);
       TreeWalk walk(tree);
       ASSERT_STREQ(walk.fault, nullptr);
@@ -662,52 +543,278 @@ TEST(BinTree, StaysFlatHoweverItGrows) {
   }
 }
 
-TEST(BinTree, CopiesCloneTheObjectsOrComeOutEmpty) {
+// Orders numbers by their tens, and then, unless ties are wanted, by their ones.
+struct NumberTree : ZVSortedBinTree {
+  int32_t virtualObjectCompare(const ZVObject* object1, const ZVObject* object2) const override {
+    ++comparisons;
+    return key(object1) - key(object2);
+  }
+  int32_t key(const ZVObject* object) const {
+    int32_t value = ZVInt::castDown(object)->value();
+    return ties ? value / 10 : value;
+  }
+  bool ties = false;
+  mutable int comparisons = 0;
+};
+
+// A sorted tree beside a sorted vector of its cells, fed from another tree and from a list.
+class SortedModel {
+ public:
+  SortedModel(unsigned seed, bool ties) : random_(seed) {
+    tree_.ties = ties;
+    for (int32_t i = 0; i < 60; ++i) numbers_[static_cast<size_t>(i)].value(i);
+  }
+
+  void run(int steps) {
+    for (int step = 0; step < steps && !testing::Test::HasFatalFailure(); ++step) {
+      if (cells_.size() > 70) removeAll();
+      change();
+      ASSERT_STREQ(treeFault(tree_, cells_), nullptr) << "step " << step;
+    }
+  }
+
+ private:
+  ZVInt* anyNumber() { return &numbers_[random_.index(numbers_.size())]; }
+  bool held(const ZVObject* number) const {
+    return std::any_of(cells_.begin(), cells_.end(), [=](Cell* cell) { return cell->pObject() == number; });
+  }
+  // In front of its equals.
+  void enter(Cell* cell) {
+    auto before = [this](const Cell* a, const Cell* b) {
+      return tree_.key(a->pObject()) < tree_.key(b->pObject());
+    };
+    cells_.insert(std::lower_bound(cells_.begin(), cells_.end(), cell, before), cell);
+  }
+  void removeAll() {
+    tree_.deleteAllCells();
+    cells_.clear();
+  }
+
+  void change() {
+    ZVInt* number = anyNumber();
+    // Where nothing ties, an object is there once.
+    bool fits = tree_.ties || !held(number);
+    int kind = random_.below(8);
+    if (kind < 2 && fits) return enter(kind ? tree_.addObject(number) : tree_.insertCell(new Cell(number)));
+    if (kind == 2) return transfer();
+    if (kind == 3) return copy();
+    search(number);
+  }
+
+  void search(const ZVInt* number) {
+    Cell* cell = cellAt(cells_, anyPlace(random_, cells_));
+    ZVBinTree other;
+    EXPECT_EQ(tree_.searchCell(other.appendObject(anyNumber())), nullptr);
+    if (tree_.ties) {
+      // The search may miss a cell among its equals, but finds no other one.
+      Cell* found = tree_.searchCell(cell);
+      EXPECT_TRUE(!found || found == cell);
+      delete tree_.removeCell(cell);
+    } else {
+      EXPECT_EQ(tree_.searchCell(cell), cell);
+      EXPECT_EQ(tree_.searchObject(number) != nullptr, held(number));
+      EXPECT_EQ(random_.below(2) && cell ? tree_.searchAndRemoveObject(cell->pObject())
+                                         : tree_.searchAndRemoveCell(cell),
+                cell);
+      delete cell;
+    }
+    cells_.erase(std::remove(cells_.begin(), cells_.end(), cell), cells_.end());
+  }
+
+  // The numbers that fit, in any order.
+  std::vector<ZVInt*> newNumbers() {
+    std::vector<ZVInt*> found;
+    for (int i = 0; i < 6; ++i) {
+      ZVInt* number = anyNumber();
+      if (!held(number) && std::find(found.begin(), found.end(), number) == found.end())
+        found.push_back(number);
+    }
+    return found;
+  }
+
+  void transfer() {
+    ZVBinTree source;
+    Cells added;
+    for (ZVInt* number : newNumbers()) added.push_back(source.appendObject(number));
+    EXPECT_EQ(tree_.transferListPart(&source, source.pLastCell(), nullptr), 0);
+    EXPECT_EQ(tree_.transferList(&tree_) + tree_.transferList(nullptr), 0);
+    if (added.size() > 2) {
+      EXPECT_EQ(tree_.transferListPart(&source, added[2], added[1]), 0);
+      EXPECT_EQ(tree_.transferListPart(&source, added[1], added[2]), 1);
+      EXPECT_STREQ(TreeWalk(source).fault, nullptr);
+      std::rotate(added.begin(), added.begin() + 1, added.begin() + 3);
+    }
+    EXPECT_EQ(tree_.transferList(&source), 1);
+    EXPECT_EQ(source.pRoot(), nullptr);
+    for (Cell* cell : added) enter(cell);
+  }
+
+  void copy() {
+    ZVDList source;
+    for (ZVInt* number : newNumbers()) source.appendObject(number);
+    if (!tree_.ties) {
+      NumberTree other;
+      EXPECT_EQ(other.copyTransferListPart(&source, source.pFirstCell(), source.pLastCell()),
+                source.length() > 0);
+      EXPECT_EQ(other.copyTransferList(&tree_), 1);
+      other.comparisons = 0;
+      NumberTree copied;
+      copied.copyAllCells(&other);
+      EXPECT_EQ(copied.compareUnordered(&other) - 1 + copied.comparisons, 0);
+    }
+    EXPECT_EQ(tree_.copyTransferList(&tree_) + tree_.copyTransferList(nullptr), 0);
+    EXPECT_EQ(tree_.copyTransferList(&source), 1);
+    std::vector<const ZVObject*> expected;
+    for (const Cell* cell : cells_) expected.push_back(cell->pObject());
+    for (ZVDListIter it(&source); it; ++it) {
+      auto place = std::find_if(expected.begin(), expected.end(), [&](const ZVObject* object) {
+        return tree_.key(object) >= tree_.key(it.pObject());
+      });
+      expected.insert(place, it.pObject());
+    }
+    cells_.clear();
+    for (ZVDListIter it(&tree_); it; ++it) cells_.push_back(Cell::castDown(it.pCell()));
+    ASSERT_EQ(cells_.size(), expected.size());
+    for (size_t i = 0; i < cells_.size(); ++i) ASSERT_EQ(cells_[i]->pObject(), expected[i]);
+  }
+
+  Random random_;
+  std::array<ZVInt, 60> numbers_;
+  NumberTree tree_;
+  Cells cells_;
+};
+
+TEST(SortedBinTree, StaysSortedUnderRandomOperations) {
+  for (unsigned seed = 1; seed <= 20; ++seed) {
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    SortedModel(seed, false).run(2000);
+    SortedModel(seed, true).run(2000);
+    if (HasFatalFailure()) return;
+  }
+}
+
+TEST(SortedBinTree, ComparesAtMostOnceForEachLevel) {
+  std::vector<ZVInt> numbers(10000);
+  NumberTree tree;
+  EXPECT_EQ(tree.searchObject(&numbers[0]), nullptr);
+  EXPECT_EQ(tree.searchCell(nullptr), nullptr);
+  for (int32_t i = 0; i < 10000; ++i) {
+    numbers[static_cast<size_t>(i)].value(i);
+    tree.comparisons = 0;
+    Cell* cell = tree.addObject(&numbers[static_cast<size_t>(i)]);
+    EXPECT_EQ(tree.searchCell(cell), cell);
+    EXPECT_EQ(tree.searchObject(cell->pObject()), cell);
+    ASSERT_LE(tree.comparisons, 3 * (2 * std::log2(i + 1) + 1));
+  }
+}
+
+struct NumberSweep : ZVSweep {
+  int32_t startCoordinateOfSegment(const ZVObject*) override { return 0; }
+  int32_t endCoordinateOfSegment(const ZVObject*) override { return 0; }
+  int32_t otherStartCoordinateOfSegment(const ZVObject* segment) override {
+    return ZVInt::castDown(segment)->value();
+  }
+};
+
+TEST(SweepLine, AnswersForNeighboursAndKeepsEqualsByAddress) {
+  NumberSweep sweep;
+  std::array<ZVInt, 40> segments;
+  Random random(1);
+  for (ZVInt& segment : segments) segment.value(random.below(5));
+  std::vector<ZVInt*> order;
+  for (ZVInt& segment : segments) order.push_back(&segment);
+  ZVSegSortedBinTree tree(&sweep);
+  ZVInt absent(2);
+  EXPECT_EQ(tree.pPreceedingSegment(&absent), nullptr);
+  for (size_t i = 0; i < 40; ++i) tree.addObject(order[i * 7 % 40]);
+  std::stable_sort(order.begin(), order.end(), [](ZVInt* a, ZVInt* b) { return a->value() < b->value(); });
+  std::unique_ptr<ZVSegSortedBinTree> copy(tree.cloneAttributes());
+  EXPECT_EQ(copy->copyTransferList(&tree), 1);
+  for (const ZVSegSortedBinTree* line : {&tree, copy.get()}) {
+    for (size_t i = 0; i < order.size(); ++i) {
+      EXPECT_EQ(line->pPreceedingSegment(order[i]), i > 0 ? order[i - 1] : nullptr);
+      EXPECT_EQ(line->pSucceedingSegment(order[i]), i + 1 < order.size() ? order[i + 1] : nullptr);
+    }
+    EXPECT_EQ(line->pPreceedingSegment(&absent), nullptr);
+    EXPECT_EQ(line->pSucceedingSegment(&absent), nullptr);
+  }
+}
+
+// What deep and attribute copies of a container with four counted objects and a null do.
+template <class Container>
+void checkCopies(Container& source, Container& target, const int& live) {
+  ASSERT_EQ(live, 5);
+  target = source;
+  EXPECT_EQ(live, 8);
+  std::unique_ptr<Container> clone(source.cloneObject());
+  std::unique_ptr<Container> empty(source.cloneAttributes());
+  EXPECT_EQ(live, 12);
+  EXPECT_EQ(empty->length(), 0);
+  for (Container* copy : {&target, clone.get()}) {
+    copy->copyObject(copy);
+    copy->copyAttributes(&source);
+    EXPECT_EQ(copy->length(), 5);
+    EXPECT_EQ(copy->sizeOf(), source.sizeOf());
+    EXPECT_EQ(copy->positionOfCell(copy->searchObject(nullptr)), 3);
+    EXPECT_EQ(source.searchObject(copy->pObjectInPosition(1)), nullptr);
+    copy->deleteAllCellsAndObjects();
+  }
+  EXPECT_EQ(live, 4);
+  source.copyAllCellsAndObjects(nullptr);
+  EXPECT_EQ(live + source.length(), 0);
+}
+
+// Copies of a cell have no links, and those it had stay in place.
+template <class C>
+void checkCellCopies(C* root, C* leaf) {
+  C deep(*root);
+  std::unique_ptr<ZVObject> clone(deep.pObject());
+  C shared(*root, ZV_ATTRIBUTE_COPY);
+  EXPECT_NE(deep.pObject(), root->pObject());
+  EXPECT_EQ(shared.pObject(), root->pObject());
+  for (const C* cell : {&deep, &shared}) {
+    EXPECT_TRUE(!cell->pLeftChild() && !cell->pRightChild() && !cell->pParent() && !cell->pNextCell());
+  }
+  leaf->copyAttributes(&shared);
+  EXPECT_EQ(leaf->pObject(), root->pObject());
+  EXPECT_EQ(leaf->pParent(), root);
+}
+
+TEST(OrderedContainers, CopiesCloneTheObjectsOrComeOutEmpty) {
   int live = 0;
   {
+    ZVBinHeap heap;
+    ZVBinHeap target;
+    target.addObject(new Counted(&live), 9);
+    for (int32_t value = 1; value <= 5; ++value)
+      heap.addObject(value == 3 ? nullptr : new Counted(&live), value);
+    checkCopies(heap, target, live);
+    EXPECT_EQ(heap.pMinObject(), nullptr);
+    ZVBinHeapCell* first = heap.addObject(nullptr, 1);
+    EXPECT_EQ(heap.pMinCell(), first);
+  }
+  {
     ZVBinTree tree;
-    for (int i = 0; i < 5; ++i) tree.appendObject(i == 2 ? nullptr : new Counted(&live));
     ZVBinTree target(7);
     target.appendObject(new Counted(&live));
-    target = tree;
-    std::unique_ptr<ZVBinTree> clone(tree.cloneObject());
-    EXPECT_EQ(live, 12);
-    for (ZVBinTree* copy : {&target, clone.get()}) {
-      copy->copyObject(copy);
-      EXPECT_STREQ(TreeWalk(*copy).fault, nullptr);
-      EXPECT_NE(copy->pNil(), tree.pNil());
-      EXPECT_EQ(copy->binTreeType(), 1);
-      EXPECT_EQ(copy->length(), 5);
-      EXPECT_EQ(copy->sizeOf(), tree.sizeOf());
-      EXPECT_EQ(copy->positionOfCell(copy->searchObject(nullptr)), 3);
-      copy->deleteAllCellsAndObjects();
-      EXPECT_EQ(copy->pRoot(), nullptr);
-    }
-    EXPECT_EQ(live, 4);
-    ZVBinTree plain(7);
-    std::unique_ptr<ZVBinTree> empty(plain.cloneAttributes());
-    EXPECT_EQ(empty->binTreeType(), 7);
-    tree.copyAttributes(&plain);
-    EXPECT_EQ(tree.binTreeType(), 7);
-    EXPECT_EQ(tree.length(), 5);
-    tree.copyAllCellsAndObjects(nullptr);
+    for (int i = 1; i <= 5; ++i) tree.appendObject(i == 3 ? nullptr : new Counted(&live));
+    checkCopies(tree, target, live);
+    EXPECT_EQ(target.binTreeType(), 1);
+    EXPECT_EQ(target.pRoot(), nullptr);
+    EXPECT_EQ(std::unique_ptr<ZVBinTree>(ZVBinTree(7).cloneAttributes())->binTreeType(), 7);
   }
-  EXPECT_EQ(live, 0);
-
   ZVInt number(7);
+  ZVBinHeap heap;
+  heap.addObject(&number, 1);
+  ZVBinHeapCell* heapLeaf = heap.addObject(nullptr, 2);
+  checkCellCopies(heap.pMinCell(), heapLeaf);
+  EXPECT_EQ(heapLeaf->value(), 1);
   ZVBinTree tree;
-  ZVBinTreeCell* root = tree.appendObject(&number);
-  ZVBinTreeCell* leaf = tree.appendObject(nullptr);
-  ZVBinTreeCell deep(*leaf);
-  ZVBinTreeCell shared(*root, ZV_ATTRIBUTE_COPY);
-  EXPECT_TRUE(isRed(&deep));
-  EXPECT_EQ(deep.pObject(), nullptr);
-  EXPECT_FALSE(isRed(&shared));
-  EXPECT_EQ(shared.pObject(), &number);
-  EXPECT_EQ(shared.pRightChild(), nullptr);
-  leaf->copyAttributes(&shared);
-  EXPECT_FALSE(isRed(leaf));
-  EXPECT_EQ(leaf->pParent(), root);
+  tree.appendObject(&number);
+  Cell* treeLeaf = tree.appendObject(nullptr);
+  EXPECT_TRUE(isRed(treeLeaf));
+  checkCellCopies(tree.pRoot(), treeLeaf);
+  EXPECT_FALSE(isRed(treeLeaf));
 }
 
 }  // namespace

@@ -46,6 +46,10 @@ struct ConcreteResource : ZVResource {
 struct ConcreteResourceDB : ZVResourceDB {
   ZVResource* vNewResource() override { return new ConcreteResource; }
 };
+struct ConcreteSweep : ZVSweep {
+  int32_t startCoordinateOfSegment(const ZVObject*) override { return 0; }
+  int32_t endCoordinateOfSegment(const ZVObject*) override { return 0; }
+};
 
 // In alphabetical order.
 inline const MirroredClass MIRRORED_CLASSES[] = {
@@ -105,13 +109,17 @@ inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVSListCell", made<ZVSListCell>, false},
     {"ZVSListIter", made<ZVSListIter>, false},
     {"ZVSListSort", made<ConcreteSort<ZVSListSort, ZVSListCell>>, false},
+    {"ZVSegSortedBinTree", made<ZVSegSortedBinTree>, true},
     {"ZVShape", made<ZVShape>, true},
     {"ZVSimpleArray", made<ConcreteArray>, false},
     {"ZVSize", made<ZVSize>, true},
+    {"ZVSortedBinTree", made<ConcreteSorted<ZVSortedBinTree>>, false},
     {"ZVSortedDList", made<ConcreteSorted<ZVSortedDList>>, false},
     {"ZVSortedSList", made<ConcreteSorted<ZVSortedSList>>, false},
     {"ZVStringHandle", made<ZVStringHandle>, true},
     {"ZVStringPool", made<ZVStringPool>, true},
+    {"ZVSweep", made<ConcreteSweep>, false},
+    {"ZVSweepSegmentSort", made<ZVSweepSegmentSort>, false},
     {"ZVText", made<ZVText>, true},
     {"ZVTextFile", made<ZVTextFile>, true},
     {"ZVTextWithDim", made<ZVTextWithDim>, true},
