@@ -11,20 +11,15 @@
 #include "utils/zvshape.h"
 
 // A look at a private member, by explicit instantiation.
-template <class Tag, typename Tag::Type member>
-struct Opened {
-  friend typename Tag::Type open(Tag) { return member; }
-};
 struct AddPoint {
   using Type = ZVPoint* (ZVShape::*)(int32_t, int32_t);
   friend Type open(AddPoint);
 };
-template struct Opened<AddPoint, &ZVShape::addPoint>;
-struct ShapeToWorld {
-  using Type = int32_t (*)(int32_t, int32_t, int32_t);
-  friend Type open(ShapeToWorld);
+template <AddPoint::Type member>
+struct Opened {
+  friend AddPoint::Type open(AddPoint) { return member; }
 };
-template struct Opened<ShapeToWorld, &ZVShape::shapeToWorld>;
+template struct Opened<&ZVShape::addPoint>;
 
 namespace {
 
@@ -43,13 +38,8 @@ ZVPointDList* listOf(const Outline& outline) {
   return list;
 }
 
-Outline outlineOf(const ZVShape& shape) {
-  Outline outline;
-  for (const ZVDListCell* cell = shape.pPointList() ? shape.pPointList()->pFirstCell() : nullptr; cell;
-       cell = cell->pNextCell()) {
-    outline.push_back(place(*ZVPoint::castDown(cell->pObject())));
-  }
-  return outline;
+bool hasOutline(const ZVShape& shape, const Outline& outline) {
+  return shape.pPointList() && shape.compare(std::make_unique<ZVShape>(listOf(outline)).get());
 }
 
 std::array<int32_t, 4> sidesOf(const ZVRect& r) { return {r.left(), r.bottom(), r.right(), r.top()}; }
@@ -58,10 +48,10 @@ using Sides = std::array<int32_t, 4>;
 class Random {
  public:
   explicit Random(unsigned seed) : engine_(seed) {}
-  int32_t upTo(int32_t reach) { return between(-reach, reach); }
   int32_t between(int32_t low, int32_t high) {
     return low + static_cast<int32_t>(engine_() % unsigned(high - low + 1));
   }
+  int32_t upTo(int32_t reach) { return between(-reach, reach); }
   P point(int32_t reach) {
     const int32_t x = upTo(reach);
     return {x, upTo(reach)};
@@ -96,11 +86,10 @@ TEST(Shape, TakesListsOfThreePointsAndMore) {
   for (const auto& c : cases) {
     EXPECT_EQ(shape.pPointList(listOf(c.outline)), c.result);
     EXPECT_EQ(shape.shapeType(), c.type);
-    EXPECT_EQ(outlineOf(shape), c.result ? c.outline : Outline{});
-    EXPECT_EQ(ZVShape(listOf(c.outline)).isConvexPolygon(), c.type == ZV_SHAPE_CONVEX_POLYGON);
+    EXPECT_EQ(hasOutline(shape, c.outline), c.result);
   }
   EXPECT_EQ(shape.pPointList(const_cast<ZVPointDList*>(shape.pPointList())), 1);
-  EXPECT_EQ(outlineOf(shape), cases[5].outline);
+  EXPECT_TRUE(hasOutline(shape, cases[5].outline));
   EXPECT_EQ(shape.pPointList(nullptr), 0);
   EXPECT_EQ(shape.shapeType(), ZV_SHAPE_RECTANGLE);
   shape.pPointList(listOf(cases[3].outline));
@@ -109,13 +98,11 @@ TEST(Shape, TakesListsOfThreePointsAndMore) {
 
   ZVShape grown;
   auto addPoint = open(AddPoint{});
-  EXPECT_EQ(place(*(grown.*addPoint)(0, 0)), (P{0, 0}));
-  (grown.*addPoint)(4, 0);
-  EXPECT_EQ(grown.shapeType(), ZV_SHAPE_NONCONVEX_POLYGON);
-  (grown.*addPoint)(4, 4);
-  EXPECT_EQ(grown.shapeType(), ZV_SHAPE_CONVEX_POLYGON);
-  (grown.*addPoint)(3, 1);
-  EXPECT_EQ(grown.shapeType(), ZV_SHAPE_NONCONVEX_POLYGON);
+  const Outline dart = {{0, 0}, {4, 0}, {4, 4}, {3, 1}};
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_EQ(place(*(grown.*addPoint)(dart[size_t(i)].x, dart[size_t(i)].y)), dart[size_t(i)]);
+    EXPECT_EQ(grown.shapeType(), i == 2 ? ZV_SHAPE_CONVEX_POLYGON : ZV_SHAPE_NONCONVEX_POLYGON);
+  }
 }
 
 TEST(Shape, IsConvexWhenItNeverTurnsBothWays) {
@@ -141,33 +128,24 @@ TEST(Shape, CopiesOwnTheirPointsAndCompareEqual) {
   ZVShape source(listOf({{-1000, 0}, {0, 1000}, {1000, 500}, {100, 100}}));
   source.setInnerRect(ZVRect(-10, -20, 30, 40));
   ZVShape copy(source, ZV_DEEP_COPY);
-  EXPECT_EQ(copy.compare(&source), 1);
-  EXPECT_EQ(copy.compare(&copy), 1);
+  EXPECT_EQ(copy.compare(&source) + copy.compare(&copy), 2);
   EXPECT_EQ(copy.compare(nullptr), 0);
-  EXPECT_NE(copy.pPointList(), source.pPointList());
   copy.rotate(180);
   EXPECT_EQ(copy.compare(&source), 0);
   copy = *&copy;
-  EXPECT_EQ(outlineOf(copy).size(), 4U);
+  EXPECT_EQ(copy.pPointList()->length(), 4);
   copy.copyAttributes(&source);
   EXPECT_EQ(copy.compare(&source), 1);
-  ZVShape* clone = source.cloneAttributes();
-  EXPECT_EQ(clone->compare(&source), 1);
-  clone->setInnerRect(ZVRect(-10, -20, 30, 41));
-  EXPECT_EQ(clone->compare(&source), 0);
-  delete clone;
-  EXPECT_EQ(ZVShape(listOf({{0, 1000}, {1000, 500}, {100, 100}, {-1000, 0}})).compare(&source), 0);
-  EXPECT_EQ(ZVShape(ZV_SHAPE_ELLIPSE).compare(&source), 0);
+  copy.setInnerRect(ZVRect(-10, -20, 30, 41));
+  EXPECT_EQ(copy.compare(&source), 0);
+  ZVShape turned(listOf({{0, 1000}, {1000, 500}, {100, 100}, {-1000, 0}}));  // begins at another vertex
+  turned.setInnerRect(ZVRect(-10, -20, 30, 40));
+  EXPECT_EQ(turned.compare(&source), 0);
   copy = ZVShape(ZV_SHAPE_ELLIPSE);
   EXPECT_EQ(copy.pPointList(), nullptr);
-  ZVShape rectangle;
-  EXPECT_EQ(rectangle.compare(&copy), 0);
-  copy.setShapeType(ZV_SHAPE_RECTANGLE);
-  EXPECT_EQ(rectangle.compare(&copy), 1);
-  copy.setShapeType(ZV_SHAPE_CONVEX_POLYGON);  // without a list
-  ZVShape bare(ZV_SHAPE_CONVEX_POLYGON);
-  EXPECT_EQ(bare.compare(&copy), 1);
-  EXPECT_EQ(bare.within(0, 0, 0, 0, 9, 9) + bare.onBoundary(0, 0, 0, 0, 9, 9), 1);
+  EXPECT_EQ(copy.compare(std::make_unique<ZVShape>().get()), 0);
+  ZVShape bare(ZV_SHAPE_NONCONVEX_POLYGON);  // without a list
+  EXPECT_EQ(bare.compare(&copy) + bare.within(0, 0, 0, 0, 9, 9) + bare.onBoundary(0, 0, 0, 0, 9, 9), 0);
   bare.rotate(90);
 }
 
@@ -180,11 +158,9 @@ TEST(Shape, QuarterTurnsGoCounterclockwise) {
     for (P& p : turned) {
       for (int i = 0; i < quarters; ++i) p = {-p.y, p.x};
     }
-    EXPECT_EQ(outlineOf(shape), turned);
-    shape.rotate(360 - 90 * quarters);
-    shape.rotate(45);
-    shape.rotate(-90);
-    EXPECT_EQ(outlineOf(shape), o);
+    EXPECT_TRUE(hasOutline(shape, turned));
+    for (int degrees : {360 - 90 * quarters, 45, -90}) shape.rotate(degrees);
+    EXPECT_TRUE(hasOutline(shape, o));
   }
 }
 
@@ -192,23 +168,15 @@ TEST(Shape, TextRectangleIsClampedAndNeverFlat) {
   ZVShape shape;
   ZVRect r;
   shape.setInnerRect(ZVRect(-2000, -300, 501, 2000));
-  shape.getInnerRect(r);
-  EXPECT_EQ(sidesOf(r), (Sides{-1000, -300, 501, 1000}));
   for (const ZVRect& flat : {ZVRect(5, 5, 5, 50), ZVRect(0, 7, 9, 7), ZVRect(1000, 0, 2000, 9)}) {
     shape.setInnerRect(flat);
     shape.getInnerRect(r);
     EXPECT_EQ(sidesOf(r), (Sides{-1000, -300, 501, 1000}));
   }
-  const ZVShape whole;
-  whole.getCurrentInnerRect(r, ZVPoint(0, 0), ZVSize(10, 11));
-  EXPECT_EQ(sidesOf(r), (Sides{-5, -5, 5, 6}));
-  shape.setInnerRect(ZVRect(-500, -500, 500, 500));
-  ZVRect bounds;
-  shape.fitBoundingRectToInnerRect(bounds, ZVRect(0, 0, 100, 100));
-  EXPECT_EQ(sidesOf(bounds), (Sides{-50, -50, 150, 150}));
 }
 
-// From any node to its text rectangle and back to a node with the same text rectangle.
+// From any node to its text rectangle and back to a node with the same text rectangle; with the whole box for
+// the text, to the same node.
 TEST(Shape, FittingUndoesTheTextRectangleOfANode) {
   Random random(2);
   for (int round = 0; round < 100000; ++round) {
@@ -216,16 +184,18 @@ TEST(Shape, FittingUndoesTheTextRectangleOfANode) {
     ZVShape shape;
     if (round % 10) shape.setInnerRect(ZVRect(point(random.point(1000)), point(random.point(1000))));
     const ZVRect node(point(random.point(40)), ZVSize(random.between(0, 200), random.between(0, 200)));
-    ZVRect inner;
+    ZVRect inner, bounds, again;
     shape.getCurrentInnerRect(inner, node.center(), node.size());
-    ZVRect bounds, again;
     shape.fitBoundingRectToInnerRect(bounds, inner);
     shape.getCurrentInnerRect(again, bounds.center(), bounds.size());
     ASSERT_EQ(sidesOf(again), sidesOf(inner));
-    if (round % 10 == 0) {
-      ASSERT_EQ(sidesOf(bounds), sidesOf(node));
-    }
+    ASSERT_TRUE(round % 10 || (sidesOf(inner) == sidesOf(node) && sidesOf(bounds) == sidesOf(node)));
   }
+  ZVShape shape;
+  shape.setInnerRect(ZVRect(-500, -500, 500, 500));
+  ZVRect bounds;
+  shape.fitBoundingRectToInnerRect(bounds, ZVRect(0, 0, 100, 100));
+  EXPECT_EQ(sidesOf(bounds), (Sides{-50, -50, 150, 150}));
 }
 
 TEST(Shape, AnglesAreThoseBetweenVectors) {
@@ -233,12 +203,9 @@ TEST(Shape, AnglesAreThoseBetweenVectors) {
   EXPECT_EQ(ZVShape::angleBetweenTwoLines(0, 0, 1, 0), right);
   EXPECT_EQ(ZVShape::angleBetweenTwoLines(1, 0, 0, 1), right);
   EXPECT_EQ(ZVShape::angleBetweenTwoLines(1 << 16, 0, 1, 0), right);  // the square wraps to 0
-  for (int32_t x = -5; x <= 5; ++x) {
-    for (int32_t y = -5; y <= 5; ++y) {
-      if (x == 0 && y == 0) continue;
-      const double expected = std::fabs(std::atan2(-4 * y + 3 * x, 3 * y + 4 * x));
-      EXPECT_NEAR(ZVShape::angleBetweenTwoLines(4, 3, x, y), expected, 1e-7);
-    }
+  for (P p : Outline{{3, 4}, {-3, 4}, {-4, -3}, {5, -5}, {8, 6}}) {
+    const double expected = std::fabs(std::atan2(-4 * p.y + 3 * p.x, 3 * p.y + 4 * p.x));
+    EXPECT_NEAR(ZVShape::angleBetweenTwoLines(4, 3, p.x, p.y), expected, 1e-7);
   }
 }
 
@@ -250,6 +217,8 @@ struct Node {
   int32_t right() const { return left() + w; }
   int32_t bottom() const { return cy - h / 2; }
   int32_t top() const { return bottom() + h; }
+  ZVPoint center() const { return ZVPoint(cx, cy); }
+  ZVSize size() const { return ZVSize(w, h); }
 };
 
 struct Edge {
@@ -275,41 +244,20 @@ std::vector<Edge> edgesOf(const Outline& o, const Node& n) {
 
 bool near(P p, P a, P b) { return ZVPoint::pointInSegment(p.x, p.y, a.x, a.y, b.x, b.y); }
 
-double distanceToSegment(double x, double y, P a, P b) {
-  const double dx = b.x - a.x, dy = b.y - a.y;
-  const double square = dx * dx + dy * dy;
-  const double t = square > 0.0 ? std::clamp(((x - a.x) * dx + (y - a.y) * dy) / square, 0.0, 1.0) : 0.0;
-  return std::hypot(a.x + t * dx - x, a.y + t * dy - y);
-}
-
 Node randomNode(Random& random) {
   return {random.upTo(3), random.upTo(3), random.between(1, 24), random.between(1, 24)};
-}
-
-TEST(PlacedShape, CoordinatesReachBothSidesOfTheNode) {
-  auto shapeToWorld = open(ShapeToWorld{});
-  EXPECT_EQ(shapeToWorld(500, 100, 50), 112);
-  Random random(3);
-  for (int round = 0; round < 2000; ++round) {
-    const Node n = randomNode(random);
-    ASSERT_EQ(shapeToWorld(-1000, n.cx, n.w), n.left());
-    ASSERT_EQ(shapeToWorld(1000, n.cx, n.w), n.right());
-    const int32_t v = random.upTo(1500);
-    ASSERT_EQ(shapeToWorld(v, n.cy, n.h), world(v, n.cy, n.h));
-  }
 }
 
 TEST(PlacedShape, ContainmentAgreesWithExactArithmetic) {
   Random random(4);
   for (int round = 0; round < 100000; ++round) {
     SCOPED_TRACE(round);
-    const Node n = randomNode(random);
+    const Node n{random.upTo(3), random.upTo(3), random.between(0, 24), random.between(0, 24)};
     const P p{n.cx + random.upTo(13), n.cy + random.upTo(13)};
+    const ZVPoint at = point(p), center = n.center();
+    const ZVSize size = n.size();
     const bool inBox = n.left() <= p.x && p.x <= n.right() && n.bottom() <= p.y && p.y <= n.top();
     const bool inside = n.left() < p.x && p.x < n.right() && n.bottom() < p.y && p.y < n.top();
-    const ZVPoint at = point(p), center(n.cx, n.cy);
-    const ZVSize size(n.w, n.h);
-
     const ZVShape rectangle(static_cast<ZVShapeTypeEnum>(round % 2 ? 0 : 9));
     ASSERT_EQ(rectangle.within(at, center, size), inBox);
     ASSERT_EQ(rectangle.onBoundary(at, center, size), inBox && !inside);
@@ -318,17 +266,19 @@ TEST(PlacedShape, ContainmentAgreesWithExactArithmetic) {
     // x x h h + y y w w against w w h h / 4; the chord's end is x with (2x - 1) below and (2x + 1) above it.
     const int64_t dx = p.x - n.cx, dy = p.y - n.cy, ww = int64_t{n.w} * n.w, hh = int64_t{n.h} * n.h;
     const int64_t room = ww * hh - 4 * dy * dy * ww;  // 4 h h r r
+    const int64_t inner = (2 * std::abs(dx) - 1) * (2 * std::abs(dx) - 1) * hh;
+    const int64_t outer = (2 * std::abs(dx) + 1) * (2 * std::abs(dx) + 1) * hh;
+    const bool flat = ww * hh == 0;
     const ZVShape ellipse(ZV_SHAPE_ELLIPSE);
-    if (4 * dx * dx * hh != room) {
-      ASSERT_EQ(ellipse.within(at, center, size), 4 * dx * dx * hh < room);
+    if (flat || 4 * dx * dx * hh != room) {
+      ASSERT_EQ(ellipse.within(at, center, size), flat ? inBox : 4 * dx * dx * hh < room);
     }
-    const int64_t inner = 2 * std::abs(dx) - 1, outer = 2 * std::abs(dx) + 1;
-    const bool onChordEnd = room >= 0 && (dx == 0 || inner * inner * hh <= room) && room < outer * outer * hh;
-    if (inner * inner * hh != room && outer * outer * hh != room && room != 0) {
-      ASSERT_EQ(ellipse.onBoundary(at, center, size), onChordEnd);
+    if (flat || (inner != room && outer != room && room != 0)) {
+      const bool onChordEnd = room >= 0 && (dx == 0 || inner <= room) && room < outer;
+      ASSERT_EQ(ellipse.onBoundary(at, center, size), flat ? inBox : onChordEnd);
     }
 
-    const Outline o = random.outline(round % 3 ? 4 : 1000, round % 3 ? 250 : 1);
+    const Outline o = random.outline(round % 3 ? 5 : 1000, round % 3 ? 250 : 1);
     const ZVShape polygon(listOf(o));
     bool onEdge = false, outward = false, close = false;
     int crossings = 0;
@@ -350,37 +300,7 @@ TEST(PlacedShape, ContainmentAgreesWithExactArithmetic) {
   }
 }
 
-// By exact crossings: the hit lies on the outline and the segment, and none of the crossings lies beyond it,
-// as far as tolerance and rounding go. Crossings at a small angle are left out, since tolerance moves them
-// far.
-void expectLastCrossing(const std::vector<Edge>& edges, P from, P to, int result, P hit) {
-  const double length = std::hypot(to.x - from.x, to.y - from.y);
-  double reached = -1.0;
-  double toOutline = 1e9;
-  for (const Edge& e : edges) {
-    const int64_t dx = to.x - from.x, dy = to.y - from.y, ex = e.b.x - e.a.x, ey = e.b.y - e.a.y;
-    const int64_t den = dx * ey - dy * ex;
-    const int64_t t = (e.a.x - from.x) * ey - (e.a.y - from.y) * ex;
-    const int64_t u = (e.a.x - from.x) * dy - (e.a.y - from.y) * dx;
-    auto inUnit = [den](int64_t v) { return den > 0 ? 0 <= v && v <= den : den <= v && v <= 0; };
-    const bool steep = std::fabs(static_cast<double>(den)) > 0.5 * length * std::hypot(ex, ey);
-    if (steep && inUnit(t) && inUnit(u)) {
-      reached = std::max(reached, static_cast<double>(t) / static_cast<double>(den));
-    }
-    toOutline = std::min(toOutline, distanceToSegment(hit.x, hit.y, e.a, e.b));
-  }
-  if (reached >= 0.0) {
-    ASSERT_EQ(result, 1);
-  }
-  if (result == 0) {
-    ASSERT_EQ(hit, from);
-    return;
-  }
-  ASSERT_LE(std::hypot(to.x - hit.x, to.y - hit.y), (1.0 - std::max(reached, 0.0)) * length + 3.0);
-  ASSERT_LE(toOutline, 1.2);
-  ASSERT_LE(distanceToSegment(hit.x, hit.y, from, to), 1.2);
-}
-
+// From side to side, each hit is the next start; a convex polygon is left at its second one.
 TEST(PlacedShape, SegmentsEndAtTheirLastCrossing) {
   Random random(5);
   const Outline box = {{-1000, 1000}, {1000, 1000}, {1000, -1000}, {-1000, -1000}};
@@ -388,39 +308,28 @@ TEST(PlacedShape, SegmentsEndAtTheirLastCrossing) {
   for (int round = 0; round < 100000; ++round) {
     SCOPED_TRACE(round);
     const Node n = randomNode(random);
-    const ZVPoint center(n.cx, n.cy);
-    const ZVSize size(n.w, n.h);
     const P from = random.point(16), to = random.point(16);
     const Outline o = round % 2 ? random.outline(4, 250) : box;
     const ZVShape shape = round % 2 ? ZVShape(listOf(o)) : ZVShape();
-    const std::vector<Edge> edges = edgesOf(o, n);
-    ZVPoint moved = point(from);
-    const int result = shape.intersectsSegment(moved, point(to), center, size);
-    hits += result;
-    // A convex outline is left at the second hit, which need not be the last where tolerance plays in.
-    if (shape.shapeType() != ZV_SHAPE_CONVEX_POLYGON) {
-      expectLastCrossing(edges, from, to, result, place(moved));
-    }
-    if (HasFatalFailure()) return;
-
-    // The last bit: from edge to edge, each hit is the next start; a convex outline ends at its second one.
     double x = from.x, y = from.y, hx = x, hy = y;
-    int32_t ix = from.x, iy = from.y;
+    P expected = from;
     int count = 0, any = 0;
-    for (const Edge& e : edges) {
+    for (const Edge& e : edgesOf(o, n)) {
       if (round % 2 == 0) {
-        any |= ZVPoint::segmentsIntersect(ix, iy, to.x, to.y, e.a.x, e.a.y, e.b.x, e.b.y);
+        any |= ZVPoint::segmentsIntersect(expected.x, expected.y, to.x, to.y, e.a.x, e.a.y, e.b.x, e.b.y);
       } else if (ZVPoint::segmentsIntersect(x, y, double(to.x), double(to.y), double(e.a.x), double(e.a.y),
                                             double(e.b.x), double(e.b.y))) {
         any = 1;
+        expected = {roundHalfUp(x), roundHalfUp(y)};
         if (x != hx || y != hy) ++count;
         hx = x, hy = y;
         if (count == 2 && shape.shapeType() == ZV_SHAPE_CONVEX_POLYGON) break;
       }
     }
-    const P expected = round % 2 ? P{roundHalfUp(x), roundHalfUp(y)} : P{ix, iy};
-    ASSERT_EQ(result, any);
-    ASSERT_EQ(place(moved), any ? expected : from);
+    ZVPoint moved = point(from);
+    ASSERT_EQ(shape.intersectsSegment(moved, point(to), n.center(), n.size()), any);
+    ASSERT_EQ(place(moved), expected);
+    hits += any;
   }
   EXPECT_GT(hits, 10000);
 }
@@ -442,10 +351,6 @@ TEST(PlacedShape, SegmentsCrossAnEllipseWhereItsEquationSays) {
   int32_t x = -5, y = 2;
   EXPECT_EQ(ellipse.intersectsSegment(x, y, 5, 2, 0, 0, 0, 5), 1);  // no width: an upright segment
   EXPECT_EQ(x, 0);
-  EXPECT_EQ(ellipse.within(0, 3, 0, 0, 0, 5) + ellipse.onBoundary(0, -2, 0, 0, 0, 5), 2);
-  EXPECT_EQ(ellipse.within(0, -3, 0, 0, 0, 5) + ellipse.within(1, 0, 0, 0, 0, 5), 0);
-  EXPECT_EQ(ellipse.within(3, 0, 0, 0, 5, 0) + ellipse.within(-2, 0, 0, 0, 5, 0), 2);
-  EXPECT_EQ(ellipse.within(-3, 0, 0, 0, 5, 0) + ellipse.within(0, 1, 0, 0, 5, 0), 0);
   EXPECT_EQ(ellipse.within(50, 0, 0, 0, 100, 50) + ellipse.within(0, 25, 0, 0, 100, 50), 2);
   EXPECT_EQ(ellipse.within(40, 20, 0, 0, 100, 50), 0);
 
@@ -464,131 +369,105 @@ TEST(PlacedShape, SegmentsCrossAnEllipseWhereItsEquationSays) {
     if (std::fabs(d) < 1e-6) continue;
     double last = -1.0;
     bool close = false;
-    for (double sign : {-1.0, 1.0}) {
-      const double t = d > 0.0 ? (-b + sign * std::sqrt(d)) / a : 9.0;
+    for (double root : {-std::sqrt(std::max(d, 0.0)), std::sqrt(std::max(d, 0.0))}) {
+      const double t = d > 0.0 ? (root - b) / a : 9.0;
       close = close || std::fabs(t) < 1e-9 || std::fabs(t - 1.0) < 1e-9;
       if (t >= 0.0 && t <= 1.0) last = t;
     }
     if (close) continue;
     ++compared;
     ZVPoint moved = point(from);
-    ASSERT_EQ(ellipse.intersectsSegment(moved, point(to), ZVPoint(n.cx, n.cy), ZVSize(n.w, n.h)),
-              last >= 0.0);
-    ASSERT_LE(std::fabs(moved.x() - (from.x + std::max(last, 0.0) * (to.x - from.x))), 0.5 + 1e-6);
-    ASSERT_LE(std::fabs(moved.y() - (from.y + std::max(last, 0.0) * (to.y - from.y))), 0.5 + 1e-6);
+    ASSERT_EQ(ellipse.intersectsSegment(moved, point(to), n.center(), n.size()), last >= 0.0);
+    last = std::max(last, 0.0);
+    ASSERT_NEAR(moved.x(), from.x + last * (to.x - from.x), 0.5 + 1e-6);
+    ASSERT_NEAR(moved.y(), from.y + last * (to.y - from.y), 0.5 + 1e-6);
   }
   EXPECT_GT(compared, 50000);
 }
 
-// Reached: on the outline, on the line toward the node's rectangle. Not reached: on that rectangle.
+// Reached: on the outline. Not reached: on the node's rectangle.
 TEST(PlacedShape, NearestPointsLieOnTheOutlineOrOnTheRectangle) {
   Random random(7);
   int reached[2] = {0, 0};
-  for (int round = 0; round < 60000; ++round) {
+  for (int round = 0; round < 40000; ++round) {
     SCOPED_TRACE(round);
     const Node n = randomNode(random);
-    const ZVPoint center(n.cx, n.cy);
-    const ZVSize size(n.w, n.h);
-    const ZVRect box(center, size);
     const P p = random.point(16);
     const Outline o = random.outline(4, 250);
-    const int kind = round % 3;
-    const ZVShape shape = kind == 2 ? ZVShape(listOf(o)) : ZVShape(static_cast<ZVShapeTypeEnum>(kind));
-    ZVPoint onBox = point(p);
-    box.nearestPoint(onBox);
-    ZVPoint moved = point(p);
-    const int result = shape.nearestPoint(moved, center, size);
-    if (kind == 0 || !result) {
-      ASSERT_EQ(place(moved), place(onBox));
-      ASSERT_TRUE(result || kind);
+    const ZVShape shape = round % 2 ? ZVShape(listOf(o)) : ZVShape(ZV_SHAPE_ELLIPSE);
+    ZVPoint moved = point(p), onBox = point(p);
+    ZVRect(n.center(), n.size()).nearestPoint(onBox);
+    const int result = shape.nearestPoint(moved, n.center(), n.size());
+    const bool stays = shape.onBoundary(point(p), n.center(), n.size());
+    if (!result || stays) {
+      ASSERT_EQ(place(moved), result ? p : place(onBox));
       continue;
     }
-    ++reached[kind - 1];
-    if (shape.onBoundary(point(p), center, size)) {
-      ASSERT_EQ(place(moved), p);
-      continue;
+    ++reached[round % 2];
+    int inside = 0, onOutline = 0;
+    for (int i = 0; i < 9; ++i) {
+      const ZVPoint next(moved.x() + i % 3 - 1, moved.y() + i / 3 - 1);
+      inside += shape.within(next, n.center(), n.size());
+      onOutline += shape.onBoundary(next, n.center(), n.size());
     }
-    double toOutline = kind == 1 ? 0.0 : 1e9;
-    for (const Edge& e : edgesOf(o, n)) {
-      if (kind == 2) toOutline = std::min(toOutline, distanceToSegment(moved.x(), moved.y(), e.a, e.b));
-    }
-    ASSERT_LE(toOutline, 1.2);
-    if (kind == 1) {
-      // Some place next to it is within the ellipse and some is not.
-      int sides = 0;
-      for (double ox : {-0.75, 0.0, 0.75}) {
-        for (double oy : {-0.75, 0.0, 0.75}) {
-          sides |=
-              std::hypot((moved.x() + ox - n.cx) * 2 / n.w, (moved.y() + oy - n.cy) * 2 / n.h) <= 1.0 ? 1 : 2;
-        }
-      }
-      ASSERT_EQ(sides, n.w > 1 && n.h > 1 ? 3 : sides);
-    }
-    // Inside the rectangle the line is upright or level.
-    if (box.withinInterior(point(p))) {
-      ASSERT_TRUE(moved.x() == p.x || moved.y() == p.y);
-    }
+    ASSERT_TRUE(onOutline > 0 || (inside > 0 && inside < 9));
   }
-  EXPECT_GT(reached[0], 3000);
-  EXPECT_GT(reached[1], 3000);
+  EXPECT_GT(std::min(reached[0], reached[1]), 3000);
 }
 
 TEST(PlacedShape, NearestPointLooksOnTheNearSideFirst) {
-  const ZVPoint center(0, 0);
-  const ZVSize size(100, 100);
-  const ZVShape diamond(listOf({{0, 1000}, {1000, 0}, {0, -1000}, {-1000, 0}}));
+  const ZVShape rectangle, diamond(listOf({{0, 1000}, {1000, 0}, {0, -1000}, {-1000, 0}}));
   const struct {
+    const ZVShape& shape;
     P from, to;
     int result;
   } cases[] = {
-      {{10, 0}, {50, 0}, 1},      // right is near
-      {{10, 20}, {10, 40}, 1},    // up is near
-      {{45, 40}, {50, 40}, 0},    // off the outline, its line crosses no part of it before the near side
-      {{100, 100}, {25, 25}, 1},  // beyond a corner, from the far side
-      {{0, 80}, {0, 50}, 0},      // level with the rectangle the line has no length
+      {diamond, {10, 0}, {50, 0}, 1},    // right is near
+      {diamond, {10, 20}, {10, 40}, 1},  // up is near
+      {diamond,
+       {45, 40},
+       {50, 40},
+       0},  // off the outline, its line crosses no part of it before the near side
+      {diamond, {100, 100}, {25, 25}, 1},  // beyond a corner, from the far side
+      {diamond, {0, 80}, {0, 50}, 0},      // level with the rectangle the line has no length
+      {rectangle, {0, 80}, {0, 50}, 1},
   };
   for (const auto& c : cases) {
     ZVPoint moved = point(c.from);
-    EXPECT_EQ(diamond.nearestPoint(moved, center, size), c.result) << c.from.x << ' ' << c.from.y;
-    EXPECT_EQ(place(moved), c.to) << c.from.x << ' ' << c.from.y;
+    EXPECT_EQ(c.shape.nearestPoint(moved, ZVPoint(0, 0), ZVSize(100, 100)), c.result);
+    EXPECT_EQ(place(moved), c.to);
   }
 }
 
 TEST(PlacedShape, WidthIsMeasuredAcrossTheDirection) {
   const ZVShape rectangle, ellipse(ZV_SHAPE_ELLIPSE);
-  EXPECT_EQ(rectangle.maxAvailableDiagonalLengthAtShape(0, 0, 1, 0, 100, 50), 50.0);
-  EXPECT_EQ(rectangle.maxAvailableDiagonalLengthAtShape(ZVPoint(3, 3), ZVPoint(3, 4), ZVSize(100, 50)),
-            100.0);
-  EXPECT_EQ(rectangle.maxAvailableDiagonalLengthAtShape(3, 3, 3, 3, 100, 50), 0.0);
+  const struct {
+    P to;
+    double rectangle, ellipse;
+  } cases[] = {
+      {{4, 3}, 50, 50}, {{3, 4}, 100, 100}, {{4, 4}, 75 * std::sqrt(2.0), std::sqrt(6250.0)}, {{3, 3}, 0, 0}};
+  for (const auto& c : cases) {
+    EXPECT_NEAR(rectangle.maxAvailableDiagonalLengthAtShape(3, 3, c.to.x, c.to.y, 100, 50), c.rectangle,
+                1e-9);
+    EXPECT_NEAR(ellipse.maxAvailableDiagonalLengthAtShape(3, 3, c.to.x, c.to.y, 100, 50), c.ellipse, 1e-9);
+  }
   Random random(8);
   for (int round = 0; round < 1000; ++round) {
     SCOPED_TRACE(round);
     const Node n = randomNode(random);
-    const P from = random.point(9), to = random.point(9);
-    if (from == to) continue;
-    const double length = std::hypot(to.x - from.x, to.y - from.y);
-    auto across = [&](double x, double y) { return (y * (to.x - from.x) - x * (to.y - from.y)) / length; };
-    auto width = [&](const ZVShape& s) {
-      return s.maxAvailableDiagonalLengthAtShape(from.x, from.y, to.x, to.y, n.w, n.h);
-    };
-    double most = 0.0;
-    for (int i = 0; i < 4000; ++i) {
-      const double angle = i * 0.0005 * std::acos(-1.0);
-      most = std::max(most, 2 * across(std::cos(angle) * n.w / 2, std::sin(angle) * n.h / 2));
-    }
-    ASSERT_NEAR(width(ellipse), most, 1e-4);
-    ASSERT_NEAR(
-        width(rectangle),
-        2 * std::max(std::fabs(across(n.w / 2.0, n.h / 2.0)), std::fabs(across(n.w / 2.0, -n.h / 2.0))),
-        1e-9);
+    const P from = random.point(9), to{from.x + random.between(1, 9), random.upTo(9)};
     const Outline o = random.outline(4, 250);
     double left = 0.0, right = 0.0;
     for (P v : o) {
       const int32_t x = v.x * n.w / 2000, y = v.y * n.h / 2000;
-      left = std::max(left, across(x, y));
-      right = std::max(right, -across(x, y));
+      const double side =
+          (y * (to.x - from.x) - x * (to.y - from.y)) / std::hypot(to.x - from.x, to.y - from.y);
+      left = std::max(left, side);
+      right = std::max(right, -side);
     }
-    ASSERT_NEAR(width(ZVShape(listOf(o))), 2 * std::min(left, right), 1e-9);
+    const ZVShape shape(listOf(o));
+    ASSERT_NEAR(shape.maxAvailableDiagonalLengthAtShape(point(from), point(to), n.size()),
+                2 * std::min(left, right), 1e-9);
   }
 }
 
