@@ -6,7 +6,8 @@
 // and size and work in world coordinates. An odd size has its extra unit to the right and the top.
 //
 // Ownership: a shape owns its point list and the points. Invariant: only a polygon type has a list, and one
-// given from outside has at least 3 points; a polygon type set by hand has none and meets nothing.
+// given from outside has at least 3 points; a polygon type set by hand has none, and its answers mean
+// nothing before it gets one.
 // Cost: queries on a polygon are linear in its points, which are mapped afresh at each call.
 #ifndef ZV_ZVSHAPE_H
 #define ZV_ZVSHAPE_H

@@ -69,16 +69,16 @@ class Gallery {
   // Polygons place labels themselves; the other shapes have a text rectangle for them.
   void drawLabels(const ZVShape& shape, const ZVPoint& centre, ZVLabelLocationEnum location) {
     constexpr int32_t LETTERS = 220;
+    const char* const names[] = {"top", "centre", "bottom"};
+    const LabelPlace label = placeLabel(shape, centre, size_, names[location], LETTERS, location);
     drawOutline(page_, shape, centre, size_, OUTLINE);
     if (isPolygon(shape)) {
-      drawGrid(page_, outlinePolygon(shape, centre, size_), LETTERS, location);
+      drawGrid(page_, outlinePolygon(shape, centre, size_), label.height, location);
     } else {
       ZVRect inner;
       shape.getCurrentInnerRect(inner, centre, size_);
       page_.rect(inner, "fill=\"none\" stroke=\"crimson\" stroke-width=\"0.5\"");
     }
-    const char* const names[] = {"top", "centre", "bottom"};
-    const LabelPlace label = placeLabel(shape, centre, size_, names[location], LETTERS, location);
     if (label.height == 0) return;
     page_.rect(ZVRect(label.centre, label.width, label.height), "fill=\"white\" stroke=\"steelblue\"");
     page_.text(label.centre, label.width, label.height, names[location]);

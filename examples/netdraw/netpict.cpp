@@ -13,6 +13,7 @@ constexpr double UNITS_PER_PIXEL = 1000.0 / 72.0;  // 72 pixels to the inch
 constexpr int32_t MARGIN = 100;
 constexpr int32_t LETTER_HEIGHT = 180;
 constexpr int32_t SMALLEST_LETTERS = 20;
+constexpr int32_t MOST_LINES = 1000;  // of letters in a node, which bounds the grid of a huge one
 constexpr double ARROW_LENGTH = 130.0;
 constexpr double ARROW_HALF_WIDTH = 45.0;
 constexpr const char* REGION_LINES = "stroke=\"crimson\" stroke-width=\"0.5\"";
@@ -57,6 +58,16 @@ ZVRect boundsOf(const NetGraph& graph) {
   return bounds;
 }
 
+// Whether a side of the outline runs through the rectangle. The grid of labels looks at the sides on its
+// stripes alone, and a corner between two stripes may stand out.
+bool crosses(const std::vector<ZVPoint>& outline, ZVRect rect) {
+  rect.inflate(-1, -1);
+  for (size_t i = 0; i < outline.size(); ++i) {
+    if (rect.overlapsSegment(outline[i], outline[(i + 1) % outline.size()])) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 int32_t textWidth(const std::string& text, int32_t height) {
@@ -75,7 +86,8 @@ LabelPlace placeLabel(const ZVShape& shape, const ZVPoint& centre, const ZVSize&
                       const std::string& text, int32_t height, ZVLabelLocationEnum location) {
   ZVRect inner;
   shape.getCurrentInnerRect(inner, centre, size);
-  for (; height >= SMALLEST_LETTERS; height = height * 9 / 10) {
+  const int32_t smallest = std::max(SMALLEST_LETTERS, size.height() / MOST_LINES);
+  for (; height >= smallest; height = height * 9 / 10) {
     LabelPlace place{centre, textWidth(text, height), height};
     if (isPolygon(shape)) {
       const ZVPolygon polygon = outlinePolygon(shape, centre, size);
@@ -84,7 +96,9 @@ LabelPlace placeLabel(const ZVShape& shape, const ZVPoint& centre, const ZVSize&
       const int found = polygon.assignRectangle(ZV_LABEL_REGION_CENTER, location, &grid, height, place.width,
                                                 &place.centre, 0);
       ZVPolygon::deleteGrid(&grid);
-      if (found) return place;
+      if (found && !crosses(verticesOf(shape, centre, size), ZVRect(place.centre, place.width, height))) {
+        return place;
+      }
     } else if (place.width <= inner.width() && height <= inner.height()) {
       place.centre.set((inner.left() + inner.right()) / 2, (inner.bottom() + inner.top()) / 2);
       return place;
@@ -165,20 +179,20 @@ void Picture::drawNode(const NetNode& node) {
   drawOutline(page_, shape, node.centre, node.size,
               attribute("fill", node.filled && !node.fill.empty() ? node.fill : "white") +
                   attribute("stroke", node.color.empty() ? "black" : node.color));
-  if (regions_) drawRegions(node);
-  if (node.label.empty()) return;
-  ++labels_;
   const LabelPlace label =
       placeLabel(shape, node.centre, node.size, node.label, LETTER_HEIGHT, ZV_LABEL_LOCATION_CENTER);
+  if (regions_) drawRegions(node, label.height);
+  if (node.label.empty()) return;
+  ++labels_;
   if (label.height == 0) return;
   ++labelsInside_;
   page_.text(label.centre, label.width, label.height, node.label);
 }
 
-void Picture::drawRegions(const NetNode& node) {
+void Picture::drawRegions(const NetNode& node, int32_t height) {
   const ZVShape& shape = shapes_[node.shape];
-  if (isPolygon(shape)) {
-    drawGrid(page_, outlinePolygon(shape, node.centre, node.size), LETTER_HEIGHT, ZV_LABEL_LOCATION_CENTER);
+  if (isPolygon(shape) && height > 0) {
+    drawGrid(page_, outlinePolygon(shape, node.centre, node.size), height, ZV_LABEL_LOCATION_CENTER);
   }
   ZVRect inner;
   shape.getCurrentInnerRect(inner, node.centre, node.size);

@@ -18,8 +18,8 @@ struct LabelPlace {
 
 class Picture {
  public:
-  // With regions, the picture also shows where labels could go: the label grid of polygonal nodes and the
-  // text rectangles of the others.
+  // With regions, the picture also shows where labels could go: the text rectangles of the nodes, and the
+  // grids in which the labels of polygonal nodes are placed.
   Picture(const NetGraph& graph, bool regions);
 
   std::string svg() const { return page_.svg(); }
@@ -33,7 +33,8 @@ class Picture {
  private:
   void drawEdge(const NetEdge& edge);
   void drawNode(const NetNode& node);
-  void drawRegions(const NetNode& node);
+  // Height is that of the letters, 0 without a grid.
+  void drawRegions(const NetNode& node, int32_t height);
   ZVPoint endOnOutline(const NetNode& node, const ZVPoint& last, const ZVPoint& before);
 
   ShapeSet shapes_;

@@ -1,6 +1,5 @@
 #include "examples/netdraw/netshape.h"
 
-#include <cmath>
 #include <initializer_list>
 #include <utility>
 
@@ -53,8 +52,9 @@ bool isPolygon(const ZVShape& shape) { return shape.pPointList() != nullptr; }
 std::vector<ZVPoint> verticesOf(const ZVShape& shape, const ZVPoint& centre, const ZVSize& size) {
   std::vector<ZVPoint> vertices;
   if (!isPolygon(shape)) return vertices;
-  auto place = [](int32_t v, int32_t middle, int32_t extent) {
-    return middle + static_cast<int32_t>(std::lround(v * (extent / 2000.0)));
+  // As the shape itself places them: the extra unit of an odd size is to the right and the top.
+  auto place = [](int64_t v, int32_t middle, int32_t extent) {
+    return static_cast<int32_t>(middle + v * (v < 1 ? extent / 2 : extent - extent / 2) / 1000);
   };
   for (ZVPointDListIter it(shape.pPointList()); it; ++it) {
     vertices.emplace_back(place(it.pPoint()->x(), centre.x(), size.width()),
