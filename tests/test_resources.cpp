@@ -5,9 +5,11 @@
 #include <memory>
 #include <random>
 #include <set>
+#include <utility>
 #include <vector>
 
-#include "utils/zvresrdb.h"
+#include "utils/zvcoredb.h"
+#include "utils/zvshredb.h"
 
 // A look at the private list, by explicit instantiation.
 template <class Tag, typename Tag::Type member>
@@ -319,6 +321,74 @@ TEST(Resource, DestructorMayChangeItsDatabase) {
     if (!permanent) db.empty();
     EXPECT_TRUE(Probe::alive.empty());
   }
+}
+
+// Inserts each value twice and finds each shared once, in the given order; copies keep or drop the value.
+template <class DB, class Resource, class Value>
+void checkSharing(const std::vector<Value>& ordered, const std::vector<int32_t>& keys) {
+  DB db;
+  EXPECT_EQ(db.pDefaultResource()->refCount(), PERMANENT + 1);
+  EXPECT_EQ(db.pDefaultResource()->pResourceDB(), &db);
+  EXPECT_NE(db.pDefaultResource()->isEqual(std::make_unique<Resource>().get()), 0);
+  EXPECT_EQ(db.pDefaultResource()->isEqual(nullptr), 0);
+  std::vector<const Resource*> shared(ordered.size());
+  for (size_t i = ordered.size(); i-- > 0;) shared[i] = db.insert(new Resource(&db, &ordered[i]));
+  DB other;
+  for (size_t i = 0; i < ordered.size(); ++i) {
+    SCOPED_TRACE(i);
+    EXPECT_EQ(shared[i]->sortKey(), keys[i]);
+    EXPECT_EQ(db.insert(new Resource(nullptr, &ordered[i])), shared[i]);
+    EXPECT_GE(db.index(shared[i]), i > 0 && keys[i - 1] < keys[i] ? db.index(shared[i - 1]) : 1);
+    std::unique_ptr<Resource> copy(db.remove(shared[i]));
+    EXPECT_NE(copy.get(), shared[i]);
+    EXPECT_NE(copy->isEqual(shared[i]), 0);
+    for (const Resource* each : shared) EXPECT_EQ(copy->isEqual(each), each == shared[i]);
+    copy.reset(shared[i]->cloneAttributes());
+    EXPECT_NE(copy->isEqual(std::make_unique<Resource>().get()), 0);
+    EXPECT_EQ(copy->pResourceDB(), &db);
+    Resource elsewhere(&other);
+    elsewhere = *shared[i];
+    EXPECT_NE(elsewhere.isEqual(shared[i]), 0);
+    EXPECT_EQ(elsewhere.pResourceDB(), &other);
+    elsewhere.copyAttributes(copy.get());
+    EXPECT_NE(elsewhere.isEqual(shared[i]), 0);
+  }
+  EXPECT_EQ(other.copyPermanent(&db), 1);
+  EXPECT_NE(other.pDefaultResource()->isEqual(db.pDefaultResource()), 0);
+  EXPECT_EQ(other.pDefaultResource()->refCount(), PERMANENT + 2);
+}
+
+TEST(Resource, ColorsAreSharedWithTheirTransparency) {
+  std::vector<ZVColor> colors(5);
+  colors[1].blue(1.0);
+  colors[2].ired(1);
+  colors[2].igreen(2);
+  colors[2].iblue(3);
+  colors[3].red(1.0);
+  colors[4] = colors[3];
+  colors[4].transparent(1);
+  checkSharing<ZVColorResourceDB, ZVColorResource>(colors, {0, 0xff, 0x010203, 0xff0000, 0xff0000});
+}
+
+TEST(Resource, ShapesAreSortedByTypeAndNumberOfPoints) {
+  auto polygon = [](const std::vector<std::pair<int, int>>& points) {
+    ZVPointDList* list = new ZVPointDList;
+    for (const auto& [x, y] : points) list->appendPoint(new ZVPoint(x, y));
+    return ZVShape(list);
+  };
+  ZVShape labelled;
+  labelled.setInnerRect(ZVRect(-500, -500, 500, 500));
+  const std::vector<ZVShape> shapes = {static_cast<ZVShapeTypeEnum>(4),
+                                       ZV_SHAPE_RECTANGLE,
+                                       labelled,
+                                       ZV_SHAPE_CONVEX_POLYGON,  // without points
+                                       ZV_SHAPE_ELLIPSE,
+                                       ZV_SHAPE_NONCONVEX_POLYGON,
+                                       polygon({{-1000, -1000}, {0, 1000}, {1000, -1000}}),
+                                       polygon({{-1000, -1000}, {-1000, 1000}, {1000, 1000}, {1000, -1000}}),
+                                       polygon({{-900, -1000}, {-1000, 1000}, {1000, 1000}, {1000, -1000}}),
+                                       polygon({{-1000, -1000}, {0, 0}, {1000, -1000}, {0, 1000}})};
+  checkSharing<ZVShapeResourceDB, ZVShapeResource>(shapes, {-1, 0, 0, 0, 1, 1, 6, 8, 8, 9});
 }
 
 }  // namespace

@@ -1,0 +1,3 @@
+#include "utils/zvcoredb.h"
+
+ZV_DEFINE_NO_COPY(ZVColorResourceDB)

@@ -1,0 +1,3 @@
+#include "utils/zvshredb.h"
+
+ZV_DEFINE_NO_COPY(ZVShapeResourceDB)
