@@ -11,6 +11,8 @@ const ZVDTuple& ZVDTuple::operator=(const ZVTuple& other) {
   return *this;
 }
 
+double ZVDTuple::innerProduct(const ZVDTuple& other) const { return x_ * other.x_ + y_ * other.y_; }
+
 void ZVDTuple::debugOutput(int level) {
   char label[] = "DTuple";
   internalDebugOutput(level, label);

@@ -23,7 +23,7 @@ class ZV_EXPORT ZVDTuple : public ZVObject {
   double normSquare() const { return innerProduct(*this); }
   double norm() const { return std::sqrt(normSquare()); }
   double product() const { return x_ * y_; }
-  double innerProduct(const ZVDTuple& other) const { return x_ * other.x_ + y_ * other.y_; }
+  double innerProduct(const ZVDTuple& other) const;
 
   // The setters of one coordinate give the value set.
   double x(double value) { return x_ = value; }

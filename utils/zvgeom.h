@@ -4,6 +4,9 @@
 // x grows to the right and y grows upward. Coordinates are unitless 32-bit integers; real-valued work is done
 // in double, and only the result is brought back to integers: rounded (roundHalfUp) unless an operation says
 // that it truncates.
+//
+// Headers hold no sum of products of reals: a caller's compiler may fuse the two and round once, and answers
+// would differ from one program to the next.
 #ifndef ZV_ZVGEOM_H
 #define ZV_ZVGEOM_H
 

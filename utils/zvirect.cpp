@@ -40,6 +40,10 @@ void ZVInternalRect::resize(int32_t newWidth, int32_t newHeight) {
   height(newHeight);
 }
 
+void ZVInternalRect::scale(double factor) {
+  resize(roundHalfUp(width_ * factor), roundHalfUp(height_ * factor));
+}
+
 void ZVInternalRect::moveTo(int32_t newX, int32_t newY) {
   x_ = newX;
   y_ = newY;

@@ -133,7 +133,7 @@ class ZV_EXPORT ZVInternalRect {
   void scale(int32_t factor) { resize(multiply32(width_, factor), multiply32(height_, factor)); }
   void scale(long factor) { scale(static_cast<int32_t>(factor)); }
   // Rounds the size.
-  void scale(double factor) { resize(roundHalfUp(width_ * factor), roundHalfUp(height_ * factor)); }
+  void scale(double factor);
   void move(int32_t dx, int32_t dy) { moveTo(add32(x_, dx), add32(y_, dy)); }
   void move(const ZVSize& offset) { move(offset.width(), offset.height()); }
   void moveTo(int32_t x, int32_t y);

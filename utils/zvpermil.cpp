@@ -17,6 +17,8 @@ void ZVPerMil::ZVPerMilattributeCopy(const ZVPerMil& other) {
   resize(other.x_, other.y_);
 }
 
+double ZVSpacing::combined(double size) const { return proportional_ / 1000.0 * size + constant_; }
+
 int32_t ZVSpacing::calculateOuterSize(const ZVSpacing& a, const ZVSpacing& b, int32_t inner) {
   const int32_t p = a.proportional_;
   const int32_t q = b.proportional_;

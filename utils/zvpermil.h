@@ -50,7 +50,7 @@ class ZV_EXPORT ZVSpacing {
   int32_t constant() const { return constant_; }
   int16_t proportional() const { return proportional_; }
   // The distance for a reference size; the whole-number forms truncate.
-  double combined(double size) const { return proportional_ / 1000.0 * size + constant_; }
+  double combined(double size) const;
   int32_t combined(int32_t size) const { return truncateToInt32(combined(static_cast<double>(size))); }
   int32_t combined(long size) const { return combined(static_cast<int32_t>(size)); }
 

@@ -47,9 +47,9 @@ class ZV_EXPORT ZVRect : public ZVObject {
   int32_t height() const { return subtract32(top_, bottom_); }
   int32_t dimension(ZVOrientationEnum orientation) const { return orientation ? width() : height(); }
   int32_t leftHalfWidth() const { return width() / 2; }
-  int32_t rightHalfWidth() const { return add32(width(), 1) / 2; }
+  int32_t rightHalfWidth() const { return static_cast<int32_t>((int64_t{width()} + 1) / 2); }
   int32_t bottomHalfHeight() const { return height() / 2; }
-  int32_t topHalfHeight() const { return add32(height(), 1) / 2; }
+  int32_t topHalfHeight() const { return static_cast<int32_t>((int64_t{height()} + 1) / 2); }
   ZVRectSides sides() const { return {left_, top_, right_, bottom_}; }
   int32_t sideCoordinate(ZVSideEnum side) const { return sides().sideCoordinate(side); }
   ZVPoint center() const { return ZVPoint(x(), y()); }

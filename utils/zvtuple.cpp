@@ -13,6 +13,8 @@ const ZVTuple& ZVTuple::operator=(const ZVDTuple& other) {
 
 int32_t ZVTuple::norm() const { return truncateToInt32(ZVDTuple(x_, y_).norm()); }
 
+void ZVTuple::scale(double factor) { set(roundHalfUp(x_ * factor), roundHalfUp(y_ * factor)); }
+
 void ZVTuple::debugOutput(int level) {
   char label[] = "Tuple";
   internalDebugOutput(level, label);

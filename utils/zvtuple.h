@@ -41,7 +41,7 @@ class ZV_EXPORT ZVTuple : public ZVObject {
   void scale(int32_t factor) { set(multiply32(x_, factor), multiply32(y_, factor)); }
   void scale(long factor) { scale(static_cast<int32_t>(factor)); }
   // Rounds each coordinate.
-  void scale(double factor) { set(roundHalfUp(x_ * factor), roundHalfUp(y_ * factor)); }
+  void scale(double factor);
   void operator*=(double factor) { scale(factor); }
 
   // Hands the class's label to internalDebugOutput, which does nothing.
