@@ -1,32 +1,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
-#include <cstdint>
-#include <limits>
-#include <random>
-#include <vector>
+#include <cstdlib>
 
-#include "utils/zvirect.h"
-#include "utils/zvpermil.h"
+#include "tests/support/plane.h"
 #include "utils/zvrect.h"
 
 namespace {
 
-constexpr int32_t kMax = std::numeric_limits<int32_t>::max();
-constexpr int32_t kMin = std::numeric_limits<int32_t>::min();
-
 // A plain model of a rectangle and of its meeting with lines, exact in integers.
 
-struct P {
-  int64_t x, y;
-  bool operator==(const P&) const = default;
-};
-using Hits = std::vector<P>;
-
-int32_t i32(int64_t v) { return static_cast<int32_t>(v); }
-ZVPoint point(P p) { return ZVPoint(i32(p.x), i32(p.y)); }
-P place(const ZVPoint& p) { return {p.x(), p.y()}; }
+using Hits = Points;
 
 struct Box {
   int64_t left, top, right, bottom;
@@ -38,6 +22,10 @@ struct Box {
   bool meetsY(const Box& o) const { return std::max(bottom, o.bottom) <= std::min(top, o.top); }
   bool meets(const Box& o) const { return meetsX(o) && meetsY(o); }
   bool covers(const Box& o) const { return holds({o.left, o.bottom}) && holds({o.right, o.top}); }
+  Box common(const Box& o) const {
+    return {std::max(left, o.left), std::min(top, o.top), std::min(right, o.right),
+            std::max(bottom, o.bottom)};
+  }
 };
 
 Box boxOf(P a, P b) {
@@ -49,22 +37,38 @@ Box boxOf(const Rect& r) {
   return {r.left(), r.top(), r.right(), r.bottom()};
 }
 
+template <class Rect>
+Rect rectOf(const Box& b) {
+  return Rect(i32(b.right), i32(b.top), i32(b.left), i32(b.bottom));
+}
+
+class Lattice : public Random {
+ public:
+  using Random::Random;
+  void next(int64_t wide = 30) { reach_ = from(0, 3) ? 4 : wide; }
+  int32_t number() { return i32(from(-reach_, reach_)); }
+  P point() { return Random::point(reach_); }
+  Box box() {
+    const P a = point();
+    return boxOf(a, point());
+  }
+
+ private:
+  int64_t reach_ = 4;
+};
+
 struct Fraction {
   int64_t n, d;
   Fraction(int64_t over, int64_t under) : n(under < 0 ? -over : over), d(under < 0 ? -under : under) {}
   bool within(int64_t low, int64_t high) const { return low * d <= n && n <= high * d; }
   bool strictlyWithin(int64_t low, int64_t high) const { return low * d < n && n < high * d; }
-  int64_t rounded() const {
-    const int64_t twice = 2 * n + d;
-    return twice >= 0 ? twice / (2 * d) : -((-twice + 2 * d - 1) / (2 * d));
-  }
+  int64_t rounded() const { return divideHalfUp(n, d); }
 };
 
 // The hits of the line a-b on the sides, those that lie between the given parts of the way from a to b. Top
 // and bottom own the corners, and a side that lies on another one counts once.
 Hits lineHits(const Box& r, P a, P b, int64_t from = -1000, int64_t to = 1000) {
-  const int64_t dx = b.x - a.x;
-  const int64_t dy = b.y - a.y;
+  const int64_t dx = b.x - a.x, dy = b.y - a.y;
   Hits hits;
   for (int64_t y : {r.top, r.bottom}) {
     if (dy == 0 || (y == r.bottom && r.top == r.bottom && !hits.empty())) continue;
@@ -89,28 +93,25 @@ bool liesOnSide(int64_t a, int64_t b, int64_t low, int64_t high) { return a == b
 Hits segmentHits(const Box& r, P a, P b) {
   const Box s = boxOf(a, b);
   if (!r.meets(s)) return {};
-  const Box common{std::max(r.left, s.left), std::min(r.top, s.top), std::min(r.right, s.right),
-                   std::max(r.bottom, s.bottom)};
+  const Box common = r.common(s);
   if (liesOnSide(a.x, b.x, r.left, r.right)) return withoutRepeat({a.x, common.bottom}, {a.x, common.top});
   if (liesOnSide(a.y, b.y, r.bottom, r.top)) return withoutRepeat({common.left, a.y}, {common.right, a.y});
   return lineHits(r, a, b, 0, 1);
 }
 
+P farAlong(P a, P b) { return {a.x + 1000 * (b.x - a.x), a.y + 1000 * (b.y - a.y)}; }
+
 Hits rayHits(const Box& r, P a, P b) {
-  auto clampedTo = [](int64_t low, int64_t v, int64_t high) { return std::min(std::max(low, v), high); };
-  const P beyond{a.x + 1000 * (b.x - a.x), a.y + 1000 * (b.y - a.y)};
-  if (!r.meets(boxOf(a, beyond))) return {};
+  if (!r.meets(boxOf(a, farAlong(a, b)))) return {};
   if (liesOnSide(a.x, b.x, r.left, r.right)) {
-    return withoutRepeat({a.x, clampedTo(r.bottom, a.y, r.top)}, {a.x, a.y >= b.y ? r.bottom : r.top});
+    return withoutRepeat({a.x, std::clamp(a.y, r.bottom, r.top)}, {a.x, a.y >= b.y ? r.bottom : r.top});
   }
   if (liesOnSide(a.y, b.y, r.bottom, r.top)) {
-    return withoutRepeat({clampedTo(r.left, a.x, r.right), a.y}, {a.x >= b.x ? r.left : r.right, a.y});
+    return withoutRepeat({std::clamp(a.x, r.left, r.right), a.y}, {a.x >= b.x ? r.left : r.right, a.y});
   }
   Hits hits = lineHits(r, a, b, 0, 1000);
-  std::stable_sort(hits.begin(), hits.end(), [a](P p, P q) {
-    auto square = [a](P h) { return (h.x - a.x) * (h.x - a.x) + (h.y - a.y) * (h.y - a.y); };
-    return square(p) < square(q);
-  });
+  auto square = [a](P h) { return (h.x - a.x) * (h.x - a.x) + (h.y - a.y) * (h.y - a.y); };
+  std::stable_sort(hits.begin(), hits.end(), [&](P p, P q) { return square(p) < square(q); });
   return hits;
 }
 
@@ -118,44 +119,19 @@ Hits rayHits(const Box& r, P a, P b) {
 bool lineMeets(const Box& r, P a, P b) {
   int sides = 0;
   for (P c : {P{r.left, r.top}, P{r.right, r.top}, P{r.left, r.bottom}, P{r.right, r.bottom}}) {
-    const int64_t turn = (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
-    sides |= turn > 0 ? 1 : turn < 0 ? 2 : 3;
+    const int64_t side = turn(a, b, c);
+    sides |= side > 0 ? 1 : side < 0 ? 2 : 3;
   }
   return sides == 3;
 }
 bool segmentMeets(const Box& r, P a, P b) { return r.meets(boxOf(a, b)) && lineMeets(r, a, b); }
-
-class Lattice {
- public:
-  explicit Lattice(unsigned seed) : engine_(seed) {}
-  // Mostly so small that ties, touching and empty sizes occur all the time.
-  void next() { reach_ = engine_() % 4 ? 4 : 30; }
-  int64_t number() { return static_cast<int64_t>(engine_() % unsigned(2 * reach_ + 1)) - reach_; }
-  P point() {
-    const int64_t x = number();
-    return {x, number()};
-  }
-  Box box() {
-    const P a = point();
-    return boxOf(a, point());
-  }
-
- private:
-  std::mt19937 engine_;
-  int reach_ = 4;
-};
-
-template <class Rect>
-Rect rectOf(const Box& b) {
-  return Rect(i32(b.right), i32(b.top), i32(b.left), i32(b.bottom));
-}
 
 template <class Rect>
 class Rects : public testing::Test {};
 using BothRects = testing::Types<ZVInternalRect, ZVRect>;
 TYPED_TEST_SUITE(Rects, BothRects);
 
-TYPED_TEST(Rects, StartFortyByFortyAroundZero) {
+TYPED_TEST(Rects, SingleCases) {
   TypeParam r;
   EXPECT_EQ(boxOf(r), (Box{-20, 20, 20, -20}));
   EXPECT_EQ(boxOf(TypeParam(5, 4)), (Box{-2, 2, 3, -2}));
@@ -163,17 +139,24 @@ TYPED_TEST(Rects, StartFortyByFortyAroundZero) {
   EXPECT_EQ(boxOf(TypeParam(ZVPoint(10, 20), ZVPoint(3, 7))), (Box{3, 20, 10, 7}));
   r.set(1, 9, 5, 2);
   EXPECT_EQ(boxOf(r), (Box{1, 9, 5, 2}));
-  EXPECT_EQ(r.sideCoordinate(ZV_SIDE_RIGHT), 5);
-  EXPECT_EQ(r.sideCoordinate(ZV_SIDE_TOP), 9);
-  EXPECT_EQ(r.sideCoordinate(ZV_SIDE_LEFT), 1);
-  EXPECT_EQ(r.sideCoordinate(ZV_SIDE_BOTTOM), 2);
-  EXPECT_EQ(r.sideCoordinate(ZV_SIDE_NONE), 0);
+  const int32_t sides[] = {5, 9, 1, 2, 0};
+  for (int side = 0; side < 5; ++side) {
+    EXPECT_EQ(r.sideCoordinate(static_cast<ZVSideEnum>(side)), sides[side]);
+  }
   EXPECT_EQ(r.area(), 28);
   EXPECT_EQ(r.diagonal(), 8);
+  r.scale(-1);
+  r.scale(-1L);
+  r.scale(-0.5);
+  EXPECT_EQ(boxOf(r), (Box{1, 9, 5, 2}));
+  r.size(ZVSize(r.dimension(ZV_ORIENTATION_HORIZONTAL), r.dimension(ZV_ORIENTATION_VERTICAL)));
+  r.scale(2L);
+  EXPECT_EQ(boxOf(r), (Box{-1, 12, 7, -2}));
   EXPECT_EQ(r.isZero(), 0);
   r.setZero();
   EXPECT_EQ(r.isZero(), 1);
-  EXPECT_EQ(boxOf(r), (Box{0, 0, 0, 0}));
+  EXPECT_EQ(TypeParam(0, 0, kMax, kMax).rightHalfWidth(), 1 << 30);
+  EXPECT_EQ(TypeParam(0, 0, kMax, kMax).topHalfHeight(), 1 << 30);
 }
 
 TYPED_TEST(Rects, ChangesKeepCentreAndSizeApart) {
@@ -184,55 +167,34 @@ TYPED_TEST(Rects, ChangesKeepCentreAndSizeApart) {
     const Box b = lattice.box();
     TypeParam r = rectOf<TypeParam>(b);
     ASSERT_EQ(boxOf(r), b);
-    const int32_t width = r.width();
-    const int32_t height = r.height();
-    ASSERT_EQ(r.left(), r.x() - width / 2);
-    ASSERT_EQ(r.top(), r.y() + height - height / 2);
-    ASSERT_EQ(r.leftHalfWidth() + r.rightHalfWidth(), width);
-    ASSERT_EQ(r.bottomHalfHeight() + r.topHalfHeight(), height);
-    ASSERT_EQ(r.right(), r.x() + r.rightHalfWidth());
-    ASSERT_EQ(r.bottom(), r.y() - r.bottomHalfHeight());
-    ASSERT_EQ(place(r.bottomRight()), (P{b.right, b.bottom}));
-    ASSERT_EQ(place(r.topLeft()), (P{b.left, b.top}));
+    ASSERT_EQ(boxOf(ZVRect(ZVInternalRect(r))), b);
+    const int32_t width = r.width(), height = r.height();
+    ASSERT_EQ(boxOf(r), (Box{r.x() - r.leftHalfWidth(), r.y() + r.topHalfHeight(), r.x() + r.rightHalfWidth(),
+                             r.y() - r.bottomHalfHeight()}));
+    ASSERT_EQ(r.leftHalfWidth(), width / 2);
+    ASSERT_EQ(r.bottomHalfHeight(), height / 2);
+    ASSERT_EQ(boxOf(place(r.bottomRight()), place(r.topLeft())), b);
+    ASSERT_EQ(boxOf(place(r.bottomLeft()), place(r.topRight())), b);
 
-    const int32_t centreX = r.x();
-    const int32_t centreY = r.y();
-    const int32_t newWidth = i32(lattice.number());
-    const int32_t newHeight = i32(lattice.number());
-    switch (round % 4) {
-      case 0:
-        r.resize(newWidth, newHeight);
-        break;
-      case 1:
-        r.size(ZVSize(newWidth, newHeight));
-        break;
-      case 2:
-        ASSERT_EQ(r.width(newWidth), newWidth < 0 ? width : newWidth);
-        ASSERT_EQ(r.height(newHeight), newHeight < 0 ? height : newHeight);
-        break;
-      default:
-        r.dimension(ZV_ORIENTATION_HORIZONTAL, newWidth);
-        r.dimension(ZV_ORIENTATION_VERTICAL, newHeight);
-    }
-    ASSERT_EQ(r.dimension(ZV_ORIENTATION_HORIZONTAL), newWidth < 0 ? width : newWidth);
-    ASSERT_EQ(r.dimension(ZV_ORIENTATION_VERTICAL), newHeight < 0 ? height : newHeight);
-    ASSERT_EQ(r.x(), centreX);
-    ASSERT_EQ(r.y(), centreY);
+    const P centre = place(r.center());
+    const int32_t v = lattice.number(), w = lattice.number();
+    const P expected{v < 0 ? width : v, w < 0 ? height : w};
+    ASSERT_EQ(r.width(v), expected.x);
+    ASSERT_EQ(r.dimension(ZV_ORIENTATION_VERTICAL, w), expected.y);
+    ASSERT_EQ(place(r.size()), expected);
+    ASSERT_EQ(place(r.center()), centre);
 
-    const TypeParam sized(r);
-    r.center(point({7, -8}));
-    ASSERT_EQ(place(r.center()), (P{7, -8}));
-    r.move(ZVSize(centreX - 7, centreY));
+    const ZVPoint at = r.center();
+    r.center(ZVPoint(7, -8));
+    r.move(ZVSize(at.x() - 7, at.y()));
     r.move(0, 8);
-    ASSERT_EQ(boxOf(r), boxOf(sized));
-    r.x(newWidth);
-    r.y(newHeight);
-    ASSERT_EQ(place(r.center()), (P{newWidth, newHeight}));
-    ASSERT_EQ(r.width(), sized.width());
-    r.setLeftRight(newWidth, newHeight);
+    ASSERT_EQ(place(r.center()), centre);
+    ASSERT_EQ(r.x(v), v);
+    ASSERT_EQ(r.y(w), w);
+    ASSERT_EQ(place(r.center()), (P{v, w}));
+    r.setLeftRight(v, w);
     r.setBottomTop(3, 2);
-    ASSERT_EQ(r.width(), newWidth <= newHeight ? newHeight - newWidth : sized.width());
-    ASSERT_EQ(r.height(), sized.height());
+    ASSERT_EQ(place(r.size()), (P{v <= w ? w - v : expected.x, expected.y}));
   }
 }
 
@@ -243,6 +205,7 @@ TYPED_TEST(Rects, CombineWithOthersAndWithPoints) {
     lattice.next();
     const Box a = lattice.box(), b = lattice.box();
     const P p = lattice.point();
+    const ZVPoint at = point(p);
     const TypeParam r = rectOf<TypeParam>(a), other = rectOf<TypeParam>(b);
     ASSERT_EQ(r.intersectsRectXRange(other), a.meetsX(b));
     ASSERT_EQ(r.intersectsRectYRange(other), a.meetsY(b));
@@ -250,45 +213,40 @@ TYPED_TEST(Rects, CombineWithOthersAndWithPoints) {
     ASSERT_EQ(r.encloses(other), a.covers(b));
     ASSERT_EQ(r.enclosesXRange(other), a.left <= b.left && b.right <= a.right);
     ASSERT_EQ(r.enclosesYRange(other), a.bottom <= b.bottom && b.top <= a.top);
-    ASSERT_EQ(r.encloses(i32(p.x), i32(p.y), i32(b.left), i32(b.top)),
-              a.holds(p) && a.holds({b.left, b.top}));
-    ASSERT_EQ(r.within(point(p)), a.holds(p));
-    ASSERT_EQ(r.withinInterior(point(p)), a.holdsInside(p));
-    ASSERT_EQ(r.onBoundary(point(p)), a.holds(p) && !a.holdsInside(p));
+    ASSERT_EQ(r.encloses(at.x(), at.y(), other.left(), other.top()), a.holds(p) && a.holds({b.left, b.top}));
+    ASSERT_EQ(r.within(at), a.holds(p));
+    ASSERT_EQ(r.withinInterior(at), a.holdsInside(p));
+    ASSERT_EQ(r.onBoundary(at), a.holds(p) && !a.holdsInside(p));
 
     const Box both{std::min(a.left, b.left), std::max(a.top, b.top), std::max(a.right, b.right),
                    std::min(a.bottom, b.bottom)};
     const Box none{0, 0, 0, 0};
-    TypeParam united = r;
-    united |= other;
     const bool zeroIsEmpty = std::is_same_v<TypeParam, ZVRect>;
+    TypeParam united = r, common = r, grown = r;
+    united |= other;
     ASSERT_EQ(boxOf(united), zeroIsEmpty && a == none ? b : zeroIsEmpty && b == none ? a : both);
-    TypeParam common = r;
     common &= other;
-    const Box shared{std::max(a.left, b.left), std::min(a.top, b.top), std::min(a.right, b.right),
-                     std::max(a.bottom, b.bottom)};
-    ASSERT_EQ(boxOf(common), a.meets(b) ? shared : none);
-
-    TypeParam grown = r;
+    ASSERT_EQ(boxOf(common), a.meets(b) ? a.common(b) : none);
     ASSERT_EQ(grown.updateBounds(&other), both != a);
     ASSERT_EQ(boxOf(grown), both);
-    const ZVPoint at = point(p);
     ASSERT_EQ(grown.updateBounds(&at), !both.holds(p));
     ASSERT_EQ(grown.within(at), 1);
     ASSERT_EQ(grown.updateBounds(&at), 0);
   }
 }
 
-// Asks a question about hits and gives the hits, after checking that the points stay without any.
-template <class Rect, class Question>
-Hits ask(const Rect& r, P a, P b, Question question) {
-  ZVPoint p = point(a);
-  ZVPoint q = point(b);
-  const int count = question(r, p, q);
-  const Hits hits{place(p), place(q)};
-  for (int i = count; i < 2; ++i) {
-    EXPECT_EQ(hits[static_cast<size_t>(i)], i ? b : a);
+// The hits that a question finds. Where there are less than two, points stay.
+template <class Question>
+Hits ask(P a, P b, Question question) {
+  ZVPoint p = point(a), q = point(b);
+  const int count = question(p, q);
+  if (count < 1) {
+    EXPECT_EQ(place(p), a);
   }
+  if (count < 2) {
+    EXPECT_EQ(place(q), b);
+  }
+  const Hits hits{place(p), place(q)};
   return Hits(hits.begin(), hits.begin() + count);
 }
 
@@ -296,54 +254,39 @@ TYPED_TEST(Rects, MeetLinesSegmentsAndRaysAsExactArithmeticSays) {
   Lattice lattice(3);
   for (int round = 0; round < 200000; ++round) {
     SCOPED_TRACE(round);
-    lattice.next();
+    lattice.next(round % 2 ? 30 : 1 << 20);
     const Box box = lattice.box();
     const P a = lattice.point(), b = lattice.point();
     if (a == b) continue;
     const TypeParam r = rectOf<TypeParam>(box);
-    auto line = [](const TypeParam& s, ZVPoint& p, ZVPoint& q) { return s.intersectsLine(p, q); };
-    auto segment = [](const TypeParam& s, ZVPoint& p, ZVPoint& q) { return s.intersectsSegment(p, q); };
-    auto ray = [](const TypeParam& s, ZVPoint& p, ZVPoint& q) { return s.intersectsRay(p, q); };
-    ASSERT_EQ(ask(r, a, b, line), lineHits(box, a, b));
-    ASSERT_EQ(ask(r, a, b, segment), segmentHits(box, a, b));
-    ASSERT_EQ(ask(r, a, b, ray), rayHits(box, a, b));
-
+    ASSERT_EQ(ask(a, b, [&](auto&... points) { return r.intersectsLine(points...); }), lineHits(box, a, b));
+    ASSERT_EQ(ask(a, b, [&](auto&... points) { return r.intersectsSegment(points...); }),
+              segmentHits(box, a, b));
+    ASSERT_EQ(ask(a, b, [&](auto&... points) { return r.intersectsRay(points...); }), rayHits(box, a, b));
     ASSERT_EQ(r.overlapsLine(point(a), point(b)), lineMeets(box, a, b));
     ASSERT_EQ(r.overlapsSegment(point(a), point(b)), segmentMeets(box, a, b));
-    const P beyond{a.x + 1000 * (b.x - a.x), a.y + 1000 * (b.y - a.y)};
-    ASSERT_EQ(r.overlapsRay(point(a), point(b)), segmentMeets(box, a, beyond));
+    ASSERT_EQ(r.overlapsRay(point(a), point(b)), segmentMeets(box, a, farAlong(a, b)));
   }
 }
 
 // The two classes part ways where a line has no direction.
-TEST(Rect, CoincidentPointsAreAVerticalLineOrNone) {
-  for (int32_t x = -4; x <= 4; ++x) {
-    for (int32_t y = -4; y <= 4; ++y) {
-      const ZVInternalRect internal(-2, -3, 3, 1);
-      const ZVRect full(internal);
-      const ZVPoint at(x, y);
-      const bool inX = -2 <= x && x <= 3;
-      const bool in = inX && -3 <= y && y <= 1;
-      const bool onSide = in && (x == -2 || x == 3 || y == -3 || y == 1);
-      auto hits = [&](auto question) {
-        ZVPoint p(at), q(at);
-        return question(p, q);
-      };
-      EXPECT_EQ(internal.overlapsLine(at, at), inX);
-      EXPECT_EQ(internal.overlapsSegment(at, at), in);
-      EXPECT_EQ(internal.overlapsRay(at, at), in);
-      EXPECT_EQ(hits([&](ZVPoint& p, ZVPoint& q) { return internal.intersectsLine(p, q); }), inX ? 2 : 0);
-      EXPECT_EQ(hits([&](ZVPoint& p, ZVPoint& q) { return internal.intersectsSegment(p, q); }), onSide);
+TYPED_TEST(Rects, TakeCoincidentPointsForAVerticalLineOrNone) {
+  const int isLine = std::is_same_v<TypeParam, ZVInternalRect>;
+  const TypeParam r(-2, -3, 3, 1);
+  for (P p{-4, 0}; p.x <= 4; ++p.x) {
+    for (p.y = -4; p.y <= 4; ++p.y) {
+      SCOPED_TRACE(p);
+      const bool inX = -2 <= p.x && p.x <= 3, onVertical = p.x == -2 || p.x == 3;
+      const bool in = inX && -3 <= p.y && p.y <= 1;
+      ZVPoint line = point(p), segment = line, ray = line, q = line;
+      EXPECT_EQ(r.overlapsLine(line, q), isLine && inX);
+      EXPECT_EQ(r.overlapsSegment(line, q), in);
+      EXPECT_EQ(r.overlapsRay(line, q), isLine && in);
+      EXPECT_EQ(r.intersectsSegment(segment, q), in && (onVertical || p.y == -3 || p.y == 1));
       // Along a vertical side the ray runs down, where its start may be its end.
-      const bool startsAtItsEnd = (x == -2 || x == 3) && y == -3;
-      EXPECT_EQ(hits([&](ZVPoint& p, ZVPoint& q) { return internal.intersectsRay(p, q); }),
-                in ? (startsAtItsEnd ? 1 : 2) : 0);
-      EXPECT_EQ(full.overlapsLine(at, at), 0);
-      EXPECT_EQ(full.overlapsSegment(at, at), in);
-      EXPECT_EQ(full.overlapsRay(at, at), 0);
-      EXPECT_EQ(hits([&](ZVPoint& p, ZVPoint& q) { return full.intersectsLine(p, q); }), 0);
-      EXPECT_EQ(hits([&](ZVPoint& p, ZVPoint& q) { return full.intersectsSegment(p, q); }), onSide);
-      EXPECT_EQ(hits([&](ZVPoint& p, ZVPoint& q) { return full.intersectsRay(p, q); }), 0);
+      EXPECT_EQ(r.intersectsRay(ray, q), isLine * in * (onVertical && p.y == -3 ? 1 : 2));
+      q = point(p);
+      EXPECT_EQ(r.intersectsLine(line, q), isLine * inX * 2);
     }
   }
 }
@@ -369,112 +312,73 @@ TYPED_TEST(Rects, NearestPointAndClosestSideAgreeWithASearch) {
     ASSERT_EQ(r.nearestPoint(moved), 1);
     ASSERT_EQ(place(moved), expected);
 
-    const int64_t distances[] = {std::abs(b.right - p.x), std::abs(b.top - p.y), std::abs(b.left - p.x),
-                                 std::abs(b.bottom - p.y)};
     int nearest = 0;
-    for (int side = 1; side < 4; ++side) nearest = distances[side] < distances[nearest] ? side : nearest;
+    auto distance = [&](int side) {
+      return std::abs(r.sideCoordinate(static_cast<ZVSideEnum>(side)) - (side % 2 ? p.y : p.x));
+    };
+    for (int side = 1; side < 4; ++side) nearest = distance(side) < distance(nearest) ? side : nearest;
     ASSERT_EQ(r.closestSideWithin(point(p)), nearest);
     const int64_t gapX = std::max(b.left - p.x, p.x - b.right);
     const int64_t gapY = std::max(b.bottom - p.y, p.y - b.top);
-    const int horizontal = p.x < b.left ? ZV_SIDE_LEFT : ZV_SIDE_RIGHT;
-    const int vertical = p.y < b.bottom ? ZV_SIDE_BOTTOM : ZV_SIDE_TOP;
+    const int level = p.x < b.left ? ZV_SIDE_LEFT : ZV_SIDE_RIGHT;
+    const int upright = p.y < b.bottom ? ZV_SIDE_BOTTOM : ZV_SIDE_TOP;
     int closest = nearest;
-    if (gapX > 0 && gapY <= 0) closest = horizontal;
-    if (gapY > 0 && gapX <= 0) closest = vertical;
-    if (gapX > 0 && gapY > 0 && std::is_same_v<TypeParam, ZVRect>)
-      closest = gapX >= gapY ? horizontal : vertical;
+    if (gapX > 0 && gapY <= 0) closest = level;
+    if (gapY > 0 && gapX <= 0) closest = upright;
+    if (gapX > 0 && gapY > 0 && std::is_same_v<TypeParam, ZVRect>) closest = gapX >= gapY ? level : upright;
     ASSERT_EQ(r.closestSide(point(p)), closest);
   }
 }
 
-TEST(Rect, ScaleRoundsOrTruncates) {
-  ZVInternalRect internal(3, 5);
-  ZVRect full(3, 5);
-  internal.scale(1.5);
-  full.scale(1.5);
-  EXPECT_EQ(internal.width(), 5);
-  EXPECT_EQ(internal.height(), 8);
-  EXPECT_EQ(full.width(), 4);
-  EXPECT_EQ(full.height(), 7);
-  full.scale(-1);
-  full.scale(-1L);
-  full.scale(-0.5);
-  internal.scale(-1);
-  EXPECT_EQ(full.width(), 4);
-  EXPECT_EQ(internal.width(), 5);
-  full.scale(2L);
-  EXPECT_EQ(full.height(), 14);
-}
-
-TEST(Rect, ConvertIntoEachOtherWithoutLoss) {
-  Lattice lattice(5);
-  for (int round = 0; round < 1000; ++round) {
-    const Box b = lattice.box();
-    const ZVInternalRect internal = ZVInternalRect(rectOf<ZVRect>(b));
-    EXPECT_EQ(boxOf(ZVRect(internal)), b);
-    EXPECT_EQ(internal.x(), rectOf<ZVRect>(b).x());
-  }
-  ZVRect source(1, 2, 3, 5);
-  const tagRECT* view = source;
-  EXPECT_EQ(view->left, 1);
-  EXPECT_EQ(view->top, 5);
-  EXPECT_EQ(view->right, 3);
-  EXPECT_EQ(view->bottom, 2);
+TEST(Rect, ConvertsScalesAndInflates) {
+  ZVRect r(1, 2, 3, 5);
+  const tagRECT* view = r;
+  EXPECT_EQ(view, static_cast<const tagRECT*>(r));
+  EXPECT_EQ(boxOf(P{view->left, view->top}, P{view->right, view->bottom}), boxOf(r));
   const tagRECT screen{1, 2, 3, 5};  // its top is the smaller y
-  EXPECT_EQ(boxOf(ZVRect(&screen)), boxOf(source));
-  ZVRect* clone = source.cloneObject();
-  EXPECT_EQ(boxOf(*clone), boxOf(source));
+  EXPECT_EQ(boxOf(ZVRect(&screen)), boxOf(r));
+  ZVRect* clone = r.cloneObject();
+  EXPECT_EQ(boxOf(*clone), boxOf(r));
   delete clone;
-  EXPECT_EQ(boxOf(source.calculateUnion(ZVRect(9, 9, 9, 9))), (Box{1, 9, 9, 2}));
-  EXPECT_EQ(boxOf(source.calculateIntersection(ZVRect(3, 5, 9, 9))), (Box{3, 5, 3, 5}));
+  EXPECT_EQ(boxOf(r.calculateUnion(ZVRect(9, 9, 9, 9))), (Box{1, 9, 9, 2}));
+  EXPECT_EQ(boxOf(r.calculateIntersection(ZVRect(3, 5, 9, 9))), (Box{3, 5, 3, 5}));
+
+  ZVInternalRect rounds(3, 5);
+  ZVRect truncates(3, 5);
+  rounds.scale(1.5);
+  truncates.scale(1.5);
+  EXPECT_EQ(place(rounds.size()), (P{5, 8}));
+  EXPECT_EQ(place(truncates.size()), (P{4, 7}));
+
+  r.set(0, 4, 10, 0);
+  EXPECT_EQ(boxOf(r.inflatedBy(-10, 1)), boxOf(r));
+  EXPECT_EQ(boxOf(r.inflatedBy(1, -3)), boxOf(r));
+  EXPECT_EQ(boxOf(r.inflatedBy(ZVSize(-5, 1))), (Box{5, 5, 5, -1}));
+  EXPECT_EQ(boxOf(ZVRect(-3, 0, 0, 1).inflate(2, 3).inflate(ZVSize(-1, 0))), (Box{-4, 4, 1, -3}));
 }
 
-TEST(Rect, InflateChangesBothSizesOrNone) {
-  EXPECT_EQ(boxOf(ZVRect(0, 0, 10, 4).inflatedBy(-10, 1)), (Box{0, 4, 10, 0}));
-  EXPECT_EQ(boxOf(ZVRect(0, 0, 10, 4).inflatedBy(1, -3)), (Box{0, 4, 10, 0}));
-  EXPECT_EQ(boxOf(ZVRect(0, 0, 10, 4).inflatedBy(ZVSize(-5, 1))), (Box{5, 5, 5, -1}));
-  ZVRect odd(-3, 0, 0, 1);
-  EXPECT_EQ(boxOf(odd.inflate(2, 3).inflate(ZVSize(-1, 0))), (Box{-4, 4, 1, -3}));
-}
-
-// The side on which a route leaves, as a literal table.
+// The side on which a route leaves a for b.
 int sideForRouting(const Box& a, const Box& b, bool horizontalFirst) {
-  const int64_t gapX = std::max(a.left - b.right, b.left - a.right);
-  const int64_t gapY = std::max(a.bottom - b.top, b.bottom - a.top);
-  const int leftOrRight = a.left > b.right ? ZV_SIDE_LEFT : ZV_SIDE_RIGHT;
-  const int bottomOrTop = a.bottom > b.top ? ZV_SIDE_BOTTOM : ZV_SIDE_TOP;
-  if (gapX > 0 && gapY > 0) return horizontalFirst ? leftOrRight : bottomOrTop;
-  if (gapX > 0) return leftOrRight;
-  if (gapY > 0) return bottomOrTop;
-  const int64_t right = b.right - a.right, top = b.top - a.top, left = a.left - b.left,
-                bottom = a.bottom - b.bottom;
-  int best = ZV_SIDE_NONE;
+  const int level = a.left > b.right ? ZV_SIDE_LEFT : ZV_SIDE_RIGHT;
+  const int upright = a.bottom > b.top ? ZV_SIDE_BOTTOM : ZV_SIDE_TOP;
+  if (!a.meetsX(b) && !a.meetsY(b)) return horizontalFirst ? level : upright;
+  if (!a.meets(b)) return a.meetsX(b) ? upright : level;
+  // How far b reaches beyond a at each side.
+  const int64_t reach[] = {b.right - a.right, b.top - a.top, a.left - b.left, a.bottom - b.bottom};
+  int best = ZV_SIDE_LEFT;
   if (a.covers(b) || b.covers(a)) {
-    int64_t least = kMax;
-    auto consider = [&](int side, int64_t value) {
-      if (std::abs(value) < least) best = side, least = std::abs(value);
-    };
-    consider(ZV_SIDE_BOTTOM, bottom);
-    consider(ZV_SIDE_LEFT, left);
-    consider(ZV_SIDE_TOP, top);
-    consider(ZV_SIDE_RIGHT, right);
+    best = ZV_SIDE_BOTTOM;
+    for (int side : {2, 1, 0}) best = std::abs(reach[side]) < std::abs(reach[best]) ? side : best;
     return best;
   }
   int64_t most = 0;
-  auto consider = [&](bool group, int side, bool condition, int64_t value) {
-    if (group && condition && value > most) best = side, most = value;
-  };
-  consider(a.left < b.left, ZV_SIDE_TOP, a.top < b.top, std::min(b.top - a.top, b.left - a.left));
-  consider(a.left<b.left, ZV_SIDE_BOTTOM, a.bottom> b.bottom, std::min(a.bottom - b.bottom, b.left - a.left));
-  consider(a.bottom < b.bottom, ZV_SIDE_RIGHT, a.right < b.right,
-           std::min(b.right - a.right, b.bottom - a.bottom));
-  consider(a.bottom<b.bottom, ZV_SIDE_LEFT, a.left> b.left, std::min(a.left - b.left, b.bottom - a.bottom));
-  consider(b.right < a.right, ZV_SIDE_TOP, a.top < b.top, std::min(b.top - a.top, a.right - b.right));
-  consider(b.right<a.right, ZV_SIDE_BOTTOM, a.bottom> b.bottom,
-           std::min(a.bottom - b.bottom, a.right - b.right));
-  consider(b.top < a.top, ZV_SIDE_RIGHT, a.right < b.right, std::min(b.right - a.right, a.top - b.top));
-  consider(b.top<a.top, ZV_SIDE_LEFT, a.left> b.left, std::min(a.left - b.left, a.top - b.top));
-  return best == ZV_SIDE_NONE ? ZV_SIDE_LEFT : best;
+  for (int group : {2, 3, 0, 1}) {
+    for (int side : {group % 2 ? 0 : 1, group % 2 ? 2 : 3}) {
+      const int64_t value = std::min(reach[side], -reach[group]);
+      if (value > most) best = side, most = value;
+    }
+  }
+  return best;
 }
 
 TEST(Routing, PicksTheSideOfTheTable) {
@@ -501,41 +405,37 @@ TEST(Routing, PicksTheSideOfTheTable) {
 
 TEST(Routing, PointsLeaveTheRectangleAlongTheirLine) {
   Lattice lattice(7);
-  int exits = 0;
   for (int round = 0; round < 100000; ++round) {
     SCOPED_TRACE(round);
     lattice.next();
     const Box b = lattice.box();
     const P p = lattice.point(), q = lattice.point();
     const ZVRect r = rectOf<ZVRect>(b);
-    ZVPoint moved = point(p);
-    r.getPointOutsideRect(moved, point(q));
-    const P to = place(moved);
-    const int64_t dx = p.x - q.x, dy = p.y - q.y;
-    if (dx && dy) {
-      // The least number of steps that passes the side, measured on the axis that the slope selects.
-      const bool flat =
-          b.top > b.bottom && std::abs(dx) * (b.top - b.bottom) >= (b.right - b.left) * std::abs(dy);
-      const int64_t way = flat ? (dx > 0 ? b.right : b.left) - p.x : (dy > 0 ? b.top : b.bottom) - p.y;
-      const int64_t step = std::abs(flat ? dx : dy);
-      int64_t k = 1;
-      while (k * step <= std::abs(way)) ++k;
-      ASSERT_EQ(to, (P{p.x + k * dx, p.y + k * dy}));
-      exits += b.holds(p);
-      ASSERT_FALSE(b.holds(p) && b.holds(to));
-    } else {
-      ASSERT_EQ(to, (P{dy ? p.x : dx < 0 ? b.left : b.right, dy ? (dy > 0 ? b.top : b.bottom) : p.y}));
-    }
-
-    ZVPoint other = point(p);
+    ZVPoint out = point(p), other = out;
+    r.getPointOutsideRect(out, point(q));
     const int result = r.pointInOtherSide(other, point(q));
-    const Hits hits = dx && dy ? lineHits(b, p, q) : Hits{};
-    ASSERT_EQ(result, !(dx && dy) || hits.size() == 2);
-    P expected = dx && dy ? q : p;
-    if (hits.size() == 2) expected = hits[1] == q ? hits[0] : hits[1];
-    ASSERT_EQ(place(other), expected);
+    const int64_t dx = p.x - q.x, dy = p.y - q.y;
+    if (!dx || !dy) {
+      ASSERT_EQ(place(out), (P{dy       ? p.x
+                               : dx < 0 ? b.left
+                                        : b.right,
+                               dy ? (dy > 0 ? b.top : b.bottom) : p.y}));
+      ASSERT_EQ(result, 1);
+      ASSERT_EQ(place(other), p);
+      continue;
+    }
+    // The least number of steps that passes the side, measured on the axis that the slope selects.
+    const bool level =
+        b.top > b.bottom && std::abs(dx) * (b.top - b.bottom) >= (b.right - b.left) * std::abs(dy);
+    const int64_t way = level ? (dx > 0 ? b.right : b.left) - p.x : (dy > 0 ? b.top : b.bottom) - p.y;
+    const int64_t steps = std::abs(way) / std::abs(level ? dx : dy) + 1;
+    ASSERT_EQ(place(out), (P{p.x + steps * dx, p.y + steps * dy}));
+    ASSERT_FALSE(b.holds(p) && b.holds(place(out)));
+
+    const Hits hits = lineHits(b, p, q);
+    ASSERT_EQ(result, hits.size() == 2);
+    ASSERT_EQ(place(other), result == 0 ? q : hits[1] == q ? hits[0] : hits[1]);
   }
-  EXPECT_GT(exits, 10000);
 }
 
 TEST(PerMil, StatesAnOffsetRelativeToTheHalfSizeOnItsSide) {
@@ -544,17 +444,10 @@ TEST(PerMil, StatesAnOffsetRelativeToTheHalfSizeOnItsSide) {
   EXPECT_EQ(ZVRect(10, 10).setPerMil(s, m), &m);
   EXPECT_EQ(m.x(), 1000);
   EXPECT_EQ(m.y(), 0);
-  ZVRect(7, 7, 7, 7).setPerMil(ZVPoint(3, 3), m);
-  EXPECT_EQ(m.width(), 500);
-  EXPECT_EQ(m.height(), 500);
-  ZVRect(2, 2).setPerMil(ZVSize(-40, 70), m);
-  EXPECT_EQ(m.x(), static_cast<int16_t>(-40000));
-  EXPECT_EQ(m.y(), static_cast<int16_t>(70000));
   m.resize(ZVSize(65537, -1));
-  EXPECT_EQ(m.x(), 1);
-  EXPECT_EQ(m.y(), -1);
+  EXPECT_EQ(m.width(), 1);
   ZVPerMil* clone = m.cloneObject();
-  EXPECT_EQ(clone->y(), -1);
+  EXPECT_EQ(clone->height(), -1);
   EXPECT_GE(clone->sizeOf(), 8);
   delete clone;
 
@@ -562,42 +455,32 @@ TEST(PerMil, StatesAnOffsetRelativeToTheHalfSizeOnItsSide) {
   for (int round = 0; round < 20000; ++round) {
     SCOPED_TRACE(round);
     lattice.next();
-    const Box b = lattice.box();
-    const ZVRect r = rectOf<ZVRect>(b);
-    const P p = lattice.point();
-    ASSERT_EQ(r.setOffset(point(p), s), &s);
-    ASSERT_EQ((P{s.x(), s.y()}), (P{p.x - r.x(), p.y - r.y()}));
-    r.setPerMil(point(p), m);
-    const P half{s.x() < 0 ? r.leftHalfWidth() : r.rightHalfWidth(),
-                 s.y() < 0 ? r.bottomHalfHeight() : r.topHalfHeight()};
-    auto perMil = [](int64_t offset, int64_t size) { return size ? offset * 1000 / size : 500; };
-    ASSERT_EQ(m.x(), static_cast<int16_t>(perMil(s.x(), half.x)));
-    ASSERT_EQ(m.y(), static_cast<int16_t>(perMil(s.y(), half.y)));
+    const ZVRect r = rectOf<ZVRect>(lattice.box());
+    const ZVPoint p = point(lattice.point());
+    ASSERT_EQ(r.setOffset(p, s), &s);
+    ASSERT_EQ(place(s), (P{p.x() - r.x(), p.y() - r.y()}));
+    r.setPerMil(p, m);
     // Back, with the sign of the offset: at most the unit is lost that truncation costs.
     ZVSize back(s);
     ASSERT_EQ(r.setOffset(m, back), &back);
-    auto lost = [](int64_t size, int64_t perMils, int64_t from, int64_t to) {
-      return size != 0 && perMils == static_cast<int16_t>(perMils) ? std::abs(from - to) : 0;
+    auto check = [](int32_t offset, int32_t half, int16_t perMil, int32_t returned) {
+      const int64_t wide = half ? offset * 1000 / half : 500;
+      ASSERT_EQ(perMil, static_cast<int16_t>(wide));
+      if (half != 0 && wide == perMil) {
+        ASSERT_LE(std::abs(offset - returned), 1);
+      }
     };
-    ASSERT_LE(lost(half.x, perMil(s.x(), half.x), s.x(), back.x()), 1);
-    ASSERT_LE(lost(half.y, perMil(s.y(), half.y), s.y(), back.y()), 1);
+    check(s.x(), s.x() < 0 ? r.leftHalfWidth() : r.rightHalfWidth(), m.x(), back.x());
+    check(s.y(), s.y() < 0 ? r.bottomHalfHeight() : r.topHalfHeight(), m.y(), back.y());
   }
 }
 
-TEST(Spacing, AddsAConstantAndAPart) {
-  EXPECT_EQ(ZVSpacing(10, 250).combined(100), 35);
+// Whatever the parts, what is left of the outer size is the inner one; the choice among several is settled.
+TEST(Spacing, AddsAConstantAndAPartAndLeavesTheInnerSize) {
   EXPECT_EQ(ZVSpacing(10, 250).combined(100L), 35);
   EXPECT_EQ(ZVSpacing(10, 250).combined(100.0), 35.0);
-  EXPECT_EQ(ZVSpacing(0, 333).combined(10L), 3);
-  EXPECT_EQ(ZVSpacing(0, -333).combined(10L), -3);
-  ZVSpacing copy;
-  copy.copyObject(ZVSpacing(3, 4));
-  EXPECT_EQ(copy.constant(), 3);
-  EXPECT_EQ(copy.proportional(), 4);
-}
-
-// Whatever the parts, what is left of the outer size is the inner one; the choice among several is settled.
-TEST(Spacing, OuterSizeLeavesTheInnerOne) {
+  EXPECT_EQ(ZVSpacing(0, 333).combined(10), 3);
+  EXPECT_EQ(ZVSpacing(0, -333).combined(10), -3);
   for (int p = 0; p < 1000; p += 37) {
     for (int q = 0; p + q < 1000; q += 41) {
       for (int32_t inner = -2; inner < 200; ++inner) {
@@ -608,8 +491,6 @@ TEST(Spacing, OuterSizeLeavesTheInnerOne) {
     }
   }
   EXPECT_EQ(ZVSpacing::calculateOuterSize(ZVSpacing(0, 100), ZVSpacing(0, 100), 80), 98);
-  EXPECT_EQ(ZVSpacing::calculateOuterSize(ZVSpacing(10), ZVSpacing(10), 100), 120);
-  EXPECT_EQ(ZVSpacing::calculateOuterSize(ZVSpacing(), ZVSpacing(), 1), 1);
   EXPECT_EQ(ZVSpacing::calculateOuterSize(ZVSpacing(0, 500), ZVSpacing(), 10), 19);
   EXPECT_EQ(ZVSpacing::calculateOuterSize(ZVSpacing(), ZVSpacing(), 1000000000), 1000000000);
   // Outside the contract it ends, whatever it gives.
@@ -620,28 +501,25 @@ TEST(Spacing, OuterSizeLeavesTheInnerOne) {
   }
 }
 
-TYPED_TEST(Rects, ExtremeCoordinatesAnswerWithoutTrapping) {
+// What overflows is the caller's matter, but never undefined.
+TYPED_TEST(Rects, AnswerAtExtremeCoordinates) {
   const int32_t values[] = {kMin, kMin + 1, -1, 0, 1, kMax};
-  int answers = 0;
-  for (int32_t left : values) {
-    for (int32_t bottom : values) {
-      TypeParam r(left, bottom, kMax, kMax - 1);
-      for (int32_t x : values) {
-        for (int32_t y : values) {
-          ZVPoint p(x, y);
-          ZVPoint q(y, left);
-          answers += r.intersectsLine(p, q) + r.intersectsSegment(p, q) + r.intersectsRay(p, q);
-          answers += r.overlapsRay(x, y, left, y) + r.nearestPoint(p) + r.within(p) + r.closestSide(q);
-          r.move(x, y);
-          r.scale(1e300);
-          r.scale(x);
-          r.updateBounds(&q);
-          answers += r.area() != 0;
-        }
-      }
-    }
+  for (int i = 0; i < 6 * 6 * 6 * 6; ++i) {
+    TypeParam r(values[i % 6], values[i / 6 % 6], kMax, kMax - 1);
+    ZVPoint p(values[i / 36 % 6], values[i / 216]), q(p.y(), r.left()), s(p);
+    r.intersectsLine(p, q);
+    r.intersectsSegment(p, q);
+    r.intersectsRay(p, q);
+    r.overlapsRay(p, q);
+    r.closestSide(q);
+    EXPECT_EQ(r.nearestPoint(p), 1);
+    r.move(s.x(), s.y());
+    r.scale(1e300);
+    r.scale(s.x());
+    r.updateBounds(&q);
+    r.diagonal();
+    r.area();
   }
-  EXPECT_GT(answers, 0);
 }
 
 }  // namespace
