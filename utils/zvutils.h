@@ -78,6 +78,7 @@
 #include "utils/zvtextwd.h"
 #include "utils/zvtransf.h"
 #include "utils/zvtuple.h"
+#include "utils/zvufacto.h"
 #include "utils/zvutdlso.h"
 #include "utils/zvutslso.h"
 #include "utils/zvvalue.h"

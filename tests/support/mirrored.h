@@ -129,6 +129,7 @@ inline const MirroredClass MIRRORED_CLASSES[] = {
     {"ZVTextWithDim", made<ZVTextWithDim>, true},
     {"ZVTransform", made<ZVTransform>, true},
     {"ZVTuple", made<ZVTuple>, true},
+    {"ZVUFactory", made<ZVUFactory>, false},
 };
 
 #endif
