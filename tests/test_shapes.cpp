@@ -107,9 +107,7 @@ TEST(Shape, TakesListsOfThreePointsAndMore) {
 
 TEST(Shape, IsConvexWhenItNeverTurnsBothWays) {
   Random random(1);
-  int convex = 0;
   for (int round = 0; round < 50000; ++round) {
-    SCOPED_TRACE(round);
     const Outline o = random.outline(2, 1);
     int turns = 0;
     for (size_t i = 0; i < o.size(); ++i) {
@@ -117,11 +115,8 @@ TEST(Shape, IsConvexWhenItNeverTurnsBothWays) {
       const int turn = (b.x - a.x) * (c.y - b.y) - (b.y - a.y) * (c.x - b.x);
       turns |= turn > 0 ? 1 : turn < 0 ? 2 : 0;
     }
-    const ZVShape shape(listOf(o));
-    ASSERT_EQ(shape.isConvexPolygon(), turns != 3 || o.size() == 3);
-    convex += o.size() > 3 && turns != 3;
+    ASSERT_EQ(ZVShape(listOf(o)).isConvexPolygon(), turns != 3 || o.size() == 3) << round;
   }
-  EXPECT_GT(convex, 500);
 }
 
 TEST(Shape, CopiesOwnTheirPointsAndCompareEqual) {
@@ -317,14 +312,16 @@ TEST(PlacedShape, SegmentsEndAtTheirLastCrossing) {
     for (const Edge& e : edgesOf(o, n)) {
       if (round % 2 == 0) {
         any |= ZVPoint::segmentsIntersect(expected.x, expected.y, to.x, to.y, e.a.x, e.a.y, e.b.x, e.b.y);
-      } else if (ZVPoint::segmentsIntersect(x, y, double(to.x), double(to.y), double(e.a.x), double(e.a.y),
-                                            double(e.b.x), double(e.b.y))) {
-        any = 1;
-        expected = {roundHalfUp(x), roundHalfUp(y)};
-        if (x != hx || y != hy) ++count;
-        hx = x, hy = y;
-        if (count == 2 && shape.shapeType() == ZV_SHAPE_CONVEX_POLYGON) break;
+        continue;
       }
+      const double ends[] = {double(to.x),  double(to.y),  double(e.a.x),
+                             double(e.a.y), double(e.b.x), double(e.b.y)};
+      if (!ZVPoint::segmentsIntersect(x, y, ends[0], ends[1], ends[2], ends[3], ends[4], ends[5])) continue;
+      any = 1;
+      expected = {roundHalfUp(x), roundHalfUp(y)};
+      count += x != hx || y != hy;
+      hx = x, hy = y;
+      if (count == 2 && shape.shapeType() == ZV_SHAPE_CONVEX_POLYGON) break;
     }
     ZVPoint moved = point(from);
     ASSERT_EQ(shape.intersectsSegment(moved, point(to), n.center(), n.size()), any);
