@@ -64,6 +64,8 @@ int ZVColor::store(uint8_t& channel, int value) {
   return channel = byte;
 }
 
+double ZVColor::gray() const { return 0.114 * blue() + (0.587 * green() + 0.299 * red()); }
+
 ZVColor ZVColor::invertColor() const {
   ZVColor inverse(*this);
   inverse.ired(255 - ired_);

@@ -62,7 +62,7 @@ class ZV_EXPORT ZVColor : public ZVObject {
   double invertGreen() const { return 1.0 - green(); }
   double invertBlue() const { return 1.0 - blue(); }
   // The luma of ITU-R BT.601.
-  double gray() const { return 0.114 * blue() + (0.587 * green() + 0.299 * red()); }
+  double gray() const;
   double invertGray() const { return 1.0 - gray(); }
   int transparent() const { return flag(TRANSPARENT_COLOR); }
   int needsSaving() const { return flag(NEEDS_SAVING); }
