@@ -463,15 +463,14 @@ TEST(PerMil, StatesAnOffsetRelativeToTheHalfSizeOnItsSide) {
     // Back, with the sign of the offset: at most the unit is lost that truncation costs.
     ZVSize back(s);
     ASSERT_EQ(r.setOffset(m, back), &back);
-    auto check = [](int32_t offset, int32_t half, int16_t perMil, int32_t returned) {
-      const int64_t wide = half ? offset * 1000 / half : 500;
-      ASSERT_EQ(perMil, static_cast<int16_t>(wide));
-      if (half != 0 && wide == perMil) {
-        ASSERT_LE(std::abs(offset - returned), 1);
-      }
-    };
-    check(s.x(), s.x() < 0 ? r.leftHalfWidth() : r.rightHalfWidth(), m.x(), back.x());
-    check(s.y(), s.y() < 0 ? r.bottomHalfHeight() : r.topHalfHeight(), m.y(), back.y());
+    const int32_t half[] = {s.x() < 0 ? r.leftHalfWidth() : r.rightHalfWidth(),
+                            s.y() < 0 ? r.bottomHalfHeight() : r.topHalfHeight()};
+    const int32_t offset[] = {s.x(), s.y()}, perMil[] = {m.x(), m.y()}, returned[] = {back.x(), back.y()};
+    for (int axis : {0, 1}) {
+      const int32_t wide = half[axis] ? offset[axis] * 1000 / half[axis] : 500;
+      ASSERT_EQ(perMil[axis], static_cast<int16_t>(wide));
+      ASSERT_LE(half[axis] && wide == perMil[axis] ? std::abs(offset[axis] - returned[axis]) : 0, 1);
+    }
   }
 }
 

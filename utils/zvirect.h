@@ -138,7 +138,7 @@ class ZV_EXPORT ZVInternalRect {
   void move(const ZVSize& offset) { move(offset.width(), offset.height()); }
   void moveTo(int32_t x, int32_t y);
   void moveTo(const ZVPoint& center) { moveTo(center.x(), center.y()); }
-  // Grow to hold the argument. 1 if anything changed.
+  // Grow to hold the argument, which may not be null. 1 if anything changed.
   int updateBounds(const ZVInternalRect* rect) { return growRect(*this, rect->sides()); }
   int updateBounds(const ZVPoint* p) { return growRect(*this, {p->x(), p->y(), p->x(), p->y()}); }
   // The smallest rectangle that holds both; a zero rectangle is the point (0, 0) here.

@@ -182,7 +182,7 @@ class ZV_EXPORT ZVRect : public ZVObject {
   ZVRect& inflate(const ZVSize& by) { return inflate(by.width(), by.height()); }
   ZVRect inflatedBy(int32_t dx, int32_t dy) const { return ZVRect(*this).inflate(dx, dy); }
   ZVRect inflatedBy(const ZVSize& by) const { return ZVRect(*this).inflate(by); }
-  // Grow to hold the argument. 1 if anything changed.
+  // Grow to hold the argument, which may not be null. 1 if anything changed.
   int updateBounds(const ZVRect* rect) { return growRect(*this, rect->sides()); }
   int updateBounds(const ZVPoint* p) { return growRect(*this, {p->x(), p->y(), p->x(), p->y()}); }
   // The smallest rectangle that holds both; a zero rectangle is empty.
