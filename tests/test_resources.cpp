@@ -336,6 +336,7 @@ void checkSharing(const std::vector<Value>& ordered, const std::vector<int32_t>&
   EXPECT_EQ(db.pDefaultResource()->isEqual(nullptr), 0);
   std::vector<const Resource*> shared(ordered.size());
   for (size_t i = ordered.size(); i-- > 0;) shared[i] = db.insert(new Resource(&db, &ordered[i]));
+  EXPECT_EQ(std::set(shared.begin(), shared.end()).size(), ordered.size());
   DB other;
   for (size_t i = 0; i < ordered.size(); ++i) {
     SCOPED_TRACE(i);
@@ -357,6 +358,10 @@ void checkSharing(const std::vector<Value>& ordered, const std::vector<int32_t>&
   EXPECT_EQ(other.copyPermanent(&db), 1);
   EXPECT_NE(other.pDefaultResource()->isEqual(db.pDefaultResource()), 0);
   EXPECT_EQ(other.pDefaultResource()->refCount(), PERMANENT + 2);
+  for (const Resource* each : shared) {
+    delete each;
+    EXPECT_EQ(db.index(each), -1);
+  }
 }
 
 TEST(Resource, ColorsAreSharedWithTheirTransparency) {

@@ -67,11 +67,10 @@ int ZVColor::store(uint8_t& channel, int value) {
 double ZVColor::gray() const { return 0.114 * blue() + (0.587 * green() + 0.299 * red()); }
 
 ZVColor ZVColor::invertColor() const {
-  ZVColor inverse(*this);
+  ZVColor inverse(*this);  // needs saving, like every new colour
   inverse.ired(255 - ired_);
   inverse.igreen(255 - igreen_);
   inverse.iblue(255 - iblue_);
-  inverse.needsSaving(1);
   return inverse;
 }
 
