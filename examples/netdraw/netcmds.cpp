@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "examples/netdraw/netgall.h"
+#include "examples/netdraw/netlabel.h"
 #include "examples/netdraw/netpict.h"
 #include "examples/netdraw/netplain.h"
 
@@ -16,8 +17,6 @@ using Clock = std::chrono::steady_clock;
 double millisecondsSince(Clock::time_point start) {
   return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
-
-const char* nameOf(Form form) { return form == Form::BINARY ? "binary" : "text"; }
 
 // Reads one drawing; shows the messages of the file, and why there is no drawing if there is none.
 std::unique_ptr<NetGraph> readShowing(NetFile& file, const std::string& path, Form form) {
@@ -55,6 +54,10 @@ int countReferences(const NetGraph& graph) {
   return references;
 }
 
+std::string inWords(const ZVSize& size) {
+  return std::to_string(size.width()) + " x " + std::to_string(size.height());
+}
+
 int countBends(const NetGraph& graph) {
   int bends = 0;
   forEach<NetEdge>(graph.edges, [&](NetEdge* edge) { bends += edge->bends.length(); });
@@ -62,10 +65,11 @@ int countBends(const NetGraph& graph) {
 }
 
 // Writes a picture; nothing that is not whole is called written.
-int writePicture(const std::string& path, const std::string& svg) {
+int writePicture(Trace& trace, const std::string& path, const std::string& svg) {
   std::ofstream out(path, std::ios::binary);
   out << svg;
   out.close();
+  trace.line("draw " + path + ": " + (out ? std::to_string(svg.size()) + " bytes" : "failed"));
   if (!out) {
     std::printf("%s: cannot be written\n", path.c_str());
     return EXIT_FILE_ERRORS;
@@ -80,7 +84,7 @@ Form formOfName(const std::string& path) {
   return std::filesystem::path(path).extension() == ".omb" ? Form::BINARY : Form::TEXT;
 }
 
-int importPlain(const std::string& input, const std::string& output, Form to) {
+int importPlain(Trace& trace, const std::string& input, const std::string& output, Form to) {
   std::ifstream in(input);
   if (!in) {
     std::printf("%s: cannot be opened\n", input.c_str());
@@ -95,16 +99,16 @@ int importPlain(const std::string& input, const std::string& output, Form to) {
   std::printf("%s: %d nodes, %d edges, %d bend points\n", input.c_str(), graph->nodes.length(),
               graph->edges.length(), countBends(*graph));
   NetGrammar grammar;
-  NetFile file(grammar);
+  NetFile file(grammar, trace);
   return writeShowing(file, output, to, *graph);
 }
 
-int checkFiles(const std::vector<std::string>& paths, const Form* form, bool same) {
+int checkFiles(Trace& trace, const std::vector<std::string>& paths, const Form* form, bool same) {
   NetGrammar grammar;
   std::unique_ptr<NetGraph> first;
   int status = EXIT_GOOD;
   for (const std::string& path : paths) {
-    NetFile file(grammar);
+    NetFile file(grammar, trace);
     std::unique_ptr<NetGraph> graph = readShowing(file, path, form ? *form : formOfName(path));
     if (!graph) {
       status = EXIT_FILE_ERRORS;
@@ -126,9 +130,9 @@ int checkFiles(const std::vector<std::string>& paths, const Form* form, bool sam
   return status;
 }
 
-int showInfo(const std::string& path, Form from) {
+int showInfo(Trace& trace, const std::string& path, Form from) {
   NetGrammar grammar;
-  NetFile file(grammar);
+  NetFile file(grammar, trace);
   auto start = Clock::now();
   std::unique_ptr<NetGraph> graph = readShowing(file, path, from);
   double milliseconds = millisecondsSince(start);
@@ -140,28 +144,59 @@ int showInfo(const std::string& path, Form from) {
   std::printf("  node        %d\n", graph->nodes.length());
   std::printf("  edge        %d\n", graph->edges.length());
   std::printf("  bend        %d\n", countBends(*graph));
+  forEach<ZVText>(graph->notes, [](ZVText* note) { std::printf("  note        %s\n", note->pString()); });
   std::printf("  references  %d of %d resolved\n", countReferences(*graph), 2 * graph->edges.length());
   std::printf("  bytes       %ju\n", static_cast<std::uintmax_t>(std::filesystem::file_size(path)));
   std::printf("  read in     %.2f ms\n", milliseconds);
   return EXIT_GOOD;
 }
 
-int convertFile(const std::string& input, Form from, const std::string& output, Form to) {
+int convertFile(Trace& trace, const std::string& input, Form from, const std::string& output, Form to) {
   NetGrammar grammar;
-  NetFile file(grammar);
+  NetFile file(grammar, trace);
   std::unique_ptr<NetGraph> graph = readShowing(file, input, from);
   return graph ? writeShowing(file, output, to, *graph) : EXIT_FILE_ERRORS;
 }
 
-int drawFile(const std::string& input, Form from, const std::string& output, bool regions) {
+int fitFile(Trace& trace, const std::string& input, Form from, const std::string& output, Form to) {
   NetGrammar grammar;
-  NetFile file(grammar);
+  NetFile file(grammar, trace);
+  std::unique_ptr<NetGraph> graph = readShowing(file, input, from);
+  if (!graph) return EXIT_FILE_ERRORS;
+  const ShapeSet shapes;
+  int fitted = 0;
+  forEach<NetNode>(graph->nodes, [&](NetNode* node) {
+    if (node->label.empty()) return;
+    const ZVSize size = sizeAround(node->label, shapes[node->shape]);
+    trace.line("fit " + node->title + ": " + inWords(node->size) + " becomes " + inWords(size));
+    node->size = size;
+    ++fitted;
+  });
+  std::printf("%s: %d of %d nodes fitted around their labels\n", input.c_str(), fitted,
+              graph->nodes.length());
+  return writeShowing(file, output, to, *graph);
+}
+
+int addNote(Trace& trace, const std::string& input, Form from, const std::string& text,
+            const std::string& output, Form to) {
+  NetGrammar grammar;
+  NetFile file(grammar, trace);
+  std::unique_ptr<NetGraph> graph = readShowing(file, input, from);
+  if (!graph) return EXIT_FILE_ERRORS;
+  graph->addNote(text);
+  std::printf("%s: %d notes\n", output.c_str(), graph->notes.length());
+  return writeShowing(file, output, to, *graph);
+}
+
+int drawFile(Trace& trace, const std::string& input, Form from, const std::string& output, bool regions) {
+  NetGrammar grammar;
+  NetFile file(grammar, trace);
   std::unique_ptr<NetGraph> graph = readShowing(file, input, from);
   if (!graph) return EXIT_FILE_ERRORS;
   const Picture picture(*graph, regions);
   std::printf("%s: %d of %d edge ends on an outline, %d of %d labels inside their node\n", input.c_str(),
               picture.endsOnOutline(), picture.ends(), picture.labelsInside(), picture.labels());
-  return writePicture(output, picture.svg());
+  return writePicture(trace, output, picture.svg());
 }
 
-int drawGallery(const std::string& output) { return writePicture(output, gallerySvg()); }
+int drawGallery(Trace& trace, const std::string& output) { return writePicture(trace, output, gallerySvg()); }

@@ -15,21 +15,28 @@ constexpr int EXIT_WRONG_CALL = 2;
 Form formOfName(const std::string& path);
 
 // Turns a layout program's plain output into a drawing.
-int importPlain(const std::string& input, const std::string& output, Form to);
+int importPlain(Trace& trace, const std::string& input, const std::string& output, Form to);
 
 // Reads each file and shows its messages; with same, all files must hold one drawing.
-int checkFiles(const std::vector<std::string>& paths, const Form* form, bool same);
+int checkFiles(Trace& trace, const std::vector<std::string>& paths, const Form* form, bool same);
 
 // Says what a file holds: objects by type, references, bytes and time.
-int showInfo(const std::string& path, Form from);
+int showInfo(Trace& trace, const std::string& path, Form from);
 
 // Reads a drawing and writes it again, with the ids it had.
-int convertFile(const std::string& input, Form from, const std::string& output, Form to);
+int convertFile(Trace& trace, const std::string& input, Form from, const std::string& output, Form to);
+
+// Gives each node that has a label the size that its label needs; nodes stay where they are.
+int fitFile(Trace& trace, const std::string& input, Form from, const std::string& output, Form to);
+
+// Adds a note to a drawing.
+int addNote(Trace& trace, const std::string& input, Form from, const std::string& text,
+            const std::string& output, Form to);
 
 // Draws a picture of a drawing, in SVG; regions as in Picture.
-int drawFile(const std::string& input, Form from, const std::string& output, bool regions);
+int drawFile(Trace& trace, const std::string& input, Form from, const std::string& output, bool regions);
 
 // Draws the gallery of shapes.
-int drawGallery(const std::string& output);
+int drawGallery(Trace& trace, const std::string& output);
 
 #endif

@@ -11,6 +11,8 @@ namespace {
 struct Options {
   std::string input;
   std::string output;
+  std::string note;
+  std::string trace;
   std::vector<std::string> files;
   std::optional<Form> from;
   std::optional<Form> to;
@@ -42,6 +44,8 @@ int run(int argc, char** argv) {
       "in the binary form, any other in the text form, unless an option says otherwise.",
       "netdraw");
   app.require_subcommand(1);
+  app.fallthrough();  // the trace may be asked for behind the command
+  app.add_option("--trace", options.trace, "append what is done to that file")->type_name("FILE");
   app.footer("Exit status: 0, 1 if a file has errors, 2 for a wrong call.");
 
   CLI::App* import = app.add_subcommand("import", "Turn a layout program's plain output into a drawing");
@@ -62,6 +66,17 @@ int run(int argc, char** argv) {
   addFormOption(convert, "-f,--from", options.from, "form of the input: text or binary (default: by name)");
   addOutputOptions(convert, options);
 
+  CLI::App* fit = app.add_subcommand("fit", "Give the nodes of a drawing the size that their labels need");
+  fit->add_option("INPUT", options.input, "the file to read")->required()->type_name("FILE");
+  addFormOption(fit, "-f,--from", options.from, "form of the input: text or binary (default: by name)");
+  addOutputOptions(fit, options);
+
+  CLI::App* note = app.add_subcommand("note", "Add a note to a drawing");
+  note->add_option("INPUT", options.input, "the file to read")->required()->type_name("FILE");
+  note->add_option("TEXT", options.note, "the note")->required();
+  addFormOption(note, "-f,--from", options.from, "form of the input: text or binary (default: by name)");
+  addOutputOptions(note, options);
+
   CLI::App* draw = app.add_subcommand("draw", "Draw a picture of a drawing, in SVG");
   draw->add_option("INPUT", options.input, "the file to draw")->required()->type_name("FILE");
   addFormOption(draw, "-f,--from", options.from, "form of the input: text or binary (default: by name)");
@@ -77,12 +92,28 @@ int run(int argc, char** argv) {
     return app.exit(wrong) == 0 ? EXIT_GOOD : EXIT_WRONG_CALL;
   }
 
-  if (*import) return importPlain(options.input, options.output, options.outputForm());
-  if (*check) return checkFiles(options.files, options.from ? &*options.from : nullptr, options.same);
-  if (*info) return showInfo(options.input, options.inputForm());
-  if (*draw) return drawFile(options.input, options.inputForm(), options.output, options.regions);
-  if (*gallery) return drawGallery(options.output);
-  return convertFile(options.input, options.inputForm(), options.output, options.outputForm());
+  Trace trace(options.trace);
+  if (!trace.isGood()) {
+    std::printf("%s: cannot be opened for the trace\n", options.trace.c_str());
+    return EXIT_FILE_ERRORS;
+  }
+  std::string call = "netdraw";
+  for (int i = 1; i < argc; ++i) call += std::string(" ") + argv[i];
+  trace.line(call);
+
+  if (*import) return importPlain(trace, options.input, options.output, options.outputForm());
+  if (*check) return checkFiles(trace, options.files, options.from ? &*options.from : nullptr, options.same);
+  if (*info) return showInfo(trace, options.input, options.inputForm());
+  if (*fit) {
+    return fitFile(trace, options.input, options.inputForm(), options.output, options.outputForm());
+  }
+  if (*note) {
+    return addNote(trace, options.input, options.inputForm(), options.note, options.output,
+                   options.outputForm());
+  }
+  if (*draw) return drawFile(trace, options.input, options.inputForm(), options.output, options.regions);
+  if (*gallery) return drawGallery(trace, options.output);
+  return convertFile(trace, options.input, options.inputForm(), options.output, options.outputForm());
 }
 
 }  // namespace

@@ -21,11 +21,10 @@ ZVObject* createBend(void*, ZVOMLSyntaxObject*, ZVOMLSyntaxObject*, ZVObject* ow
 }
 
 // Fields are stored by the objects themselves, so no type has a field function.
-constexpr ZVOMLStaticOEStruct TYPES[] = {{"graph", nullptr, createGraph, nullptr, nullptr},
-                                         {"node", nullptr, createNode, nullptr, nullptr},
-                                         {"edge", nullptr, createEdge, nullptr, nullptr},
-                                         {"bend", nullptr, createBend, nullptr, nullptr},
-                                         {nullptr, nullptr, nullptr, nullptr, nullptr}};
+constexpr ZVOMLStaticOEStruct TYPES[] = {
+    {"graph", nullptr, createGraph, nullptr, nullptr}, {"node", nullptr, createNode, nullptr, nullptr},
+    {"edge", nullptr, createEdge, nullptr, nullptr},   {"bend", nullptr, createBend, nullptr, nullptr},
+    {"note", nullptr, nullptr, nullptr, nullptr},      {nullptr, nullptr, nullptr, nullptr, nullptr}};
 
 constexpr int MESSAGE_BYTES = 1 << 16;
 
@@ -33,13 +32,17 @@ constexpr int MESSAGE_BYTES = 1 << 16;
 
 NetGrammar::NetGrammar() : ZVOMLStatic(TYPES, nettable::SECTIONS, nettable::VALUES, nettable::DEFINITIONS) {}
 
-NetFile::NetFile(NetGrammar& grammar) : grammar_(grammar) {
+const char* nameOf(Form form) { return form == Form::BINARY ? "binary" : "text"; }
+
+NetFile::NetFile(NetGrammar& grammar, Trace& trace) : grammar_(grammar), trace_(trace) {
+  pOMLExtension(&notes_);
   pErrorStringBuffer(MESSAGE_BYTES);
   pWarningStringBuffer(MESSAGE_BYTES);
 }
 
 std::unique_ptr<NetGraph> NetFile::read(const std::string& path, Form form) {
   code_ = readOMLFile(path.c_str(), &grammar_, nullptr, -1, form == Form::BINARY, 1, 0);
+  traceRun("read", path, form);
   return std::unique_ptr<NetGraph>(code_ == ZV_FILE_OK ? static_cast<NetGraph*>(pTopObject()) : nullptr);
 }
 
@@ -47,7 +50,14 @@ ZVFileCodeEnum NetFile::write(const std::string& path, Form form, NetGraph& grap
   graph.preFileWrite(this);
   code_ = writeOMLFile(path.c_str(), &grammar_, &graph, form == Form::BINARY, 1, 0);
   graph.postFileWrite(this, code_);
+  traceRun("write", path, form);
   return code_;
+}
+
+void NetFile::traceRun(const char* what, const std::string& path, Form form) {
+  trace_.line(std::string(what) + ' ' + path + " as " + nameOf(form) + ": code " + std::to_string(code_) +
+              ", " + std::to_string(numberOfErrors()) + " errors, " + std::to_string(numberOfWarnings()) +
+              " warnings");
 }
 
 std::string NetFile::messages() const { return std::string(pErrorStringBuffer()) + pWarningStringBuffer(); }
@@ -65,5 +75,17 @@ void NetFile::vWriteContents(ZVObject* top) {
   };
   forEach<NetNode>(graph->nodes, [&](NetNode* node) { writeObject("node", node); });
   forEach<NetEdge>(graph->edges, [&](NetEdge* edge) { writeObject("edge", edge); });
+  notes_.vWriteContents(graph);
   writeClosingBracket();
+}
+
+// What the companion does not know is the file's own.
+
+ZVObject* NetFile::vCreateObject(ZVOMLSyntaxObject* object, ZVOMLSyntaxObject* ownerSyntax, ZVObject* owner) {
+  ZVObject* made = notes_.vCreateObject(object, ownerSyntax, owner);
+  return made ? made : ZVOMLFile::vCreateObject(object, ownerSyntax, owner);
+}
+
+int NetFile::vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVObject* target) {
+  return notes_.vReadField(field, object, target) || ZVOMLFile::vReadField(field, object, target);
 }

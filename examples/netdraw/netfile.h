@@ -6,10 +6,14 @@
 #include <string>
 
 #include "examples/netdraw/netmodel.h"
+#include "examples/netdraw/netnotes.h"
+#include "examples/netdraw/nettrace.h"
 #include "utils/zvomlfil.h"
 #include "utils/zvomlsta.h"
 
 enum class Form { TEXT, BINARY };
+
+const char* nameOf(Form form);
 
 // The grammar of these files. Build one and let all files use it.
 class NetGrammar : public ZVOMLStatic {
@@ -21,7 +25,7 @@ class NetGrammar : public ZVOMLStatic {
 // writes afterwards.
 class NetFile : public ZVOMLFile {
  public:
-  explicit NetFile(NetGrammar& grammar);
+  NetFile(NetGrammar& grammar, Trace& trace);
 
   // Null if the file has errors; the messages tell them.
   std::unique_ptr<NetGraph> read(const std::string& path, Form form);
@@ -34,9 +38,16 @@ class NetFile : public ZVOMLFile {
 
  protected:
   void vWriteContents(ZVObject* top) override;
+  ZVObject* vCreateObject(ZVOMLSyntaxObject* object, ZVOMLSyntaxObject* ownerSyntax,
+                          ZVObject* owner) override;
+  int vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVObject* target) override;
 
  private:
+  void traceRun(const char* what, const std::string& path, Form form);
+
   NetGrammar& grammar_;
+  Trace& trace_;
+  NetNotes notes_{this};
   ZVFileCodeEnum code_ = ZV_FILE_OK;
 };
 

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "examples/netdraw/netlabel.h"
 #include "examples/netdraw/netpict.h"
 
 namespace {
@@ -68,9 +69,11 @@ class Gallery {
 
   // Polygons place labels themselves; the other shapes have a text rectangle for them.
   void drawLabels(const ZVShape& shape, const ZVPoint& centre, ZVLabelLocationEnum location) {
-    constexpr int32_t LETTERS = 220;
+    constexpr int32_t LARGE_LETTERS = 220;
     const char* const names[] = {"top", "centre", "bottom"};
-    const LabelPlace label = placeLabel(shape, centre, size_, names[location], LETTERS, location);
+    ZVPoint place;
+    const LabelBlock label =
+        placeLabel(place, shape, centre, size_, names[location], LARGE_LETTERS, location);
     drawOutline(page_, shape, centre, size_, OUTLINE);
     if (isPolygon(shape)) {
       drawGrid(page_, outlinePolygon(shape, centre, size_), label.height, location);
@@ -79,9 +82,9 @@ class Gallery {
       shape.getCurrentInnerRect(inner, centre, size_);
       page_.rect(inner, "fill=\"none\" stroke=\"crimson\" stroke-width=\"0.5\"");
     }
-    if (label.height == 0) return;
-    page_.rect(ZVRect(label.centre, label.width, label.height), "fill=\"white\" stroke=\"steelblue\"");
-    page_.text(label.centre, label.width, label.height, names[location]);
+    if (label.letters == 0) return;
+    page_.rect(ZVRect(place, label.width, label.height), "fill=\"white\" stroke=\"steelblue\"");
+    drawLabel(page_, place, label);
   }
 
   ShapeSet shapes_;

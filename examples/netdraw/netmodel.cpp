@@ -138,6 +138,7 @@ void NetEdge::vWriteFields(ZVOMLFile* file, int) {
 NetGraph::~NetGraph() {
   edges.deleteAllCellsAndObjects();
   nodes.deleteAllCellsAndObjects();
+  notes.deleteAllCellsAndObjects();
 }
 
 NetNode* NetGraph::addNode() {
@@ -150,6 +151,12 @@ NetEdge* NetGraph::addEdge() {
   auto* edge = new NetEdge(this);
   edges.appendObject(edge);
   return edge;
+}
+
+ZVText* NetGraph::addNote(const std::string& text) {
+  auto* note = new ZVText(text.c_str());
+  notes.appendObject(note);
+  return note;
 }
 
 int NetGraph::vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject*, ZVOMLFile*) {
@@ -250,6 +257,9 @@ std::string firstDifference(const NetGraph& a, const NetGraph& b) {
         .checkAll<NetBend>(name + "bends", x.bends, y.bends, [&](int m, const NetBend& p, const NetBend& q) {
           comparison.checkPair(name + "bend " + std::to_string(m), p.point, q.point);
         });
+  });
+  comparison.checkAll<ZVText>("notes", a.notes, b.notes, [&](int n, const ZVText& x, const ZVText& y) {
+    comparison.check("note " + std::to_string(n), std::string(x.pString()), std::string(y.pString()));
   });
   return comparison.difference();
 }

@@ -1,6 +1,7 @@
 // The drawing in memory: a graph with nodes and edges, and the bend points of its edges.
 //
-// The graph owns its nodes and edges, an edge its bends. Lengths are in thousandths of an inch, y upward.
+// The graph owns its nodes, edges and notes, an edge its bends. Lengths are in thousandths of an inch, y
+// upward.
 #ifndef NETDRAW_NETMODEL_H
 #define NETDRAW_NETMODEL_H
 
@@ -11,6 +12,7 @@
 #include "utils/zvomlobj.h"
 #include "utils/zvpoint.h"
 #include "utils/zvsize.h"
+#include "utils/zvtext.h"
 
 class NetGraph;
 
@@ -87,9 +89,11 @@ class NetGraph : public NetObject {
   ZVSize extent;
   ZVDList nodes;
   ZVDList edges;
+  ZVDList notes;  // texts
 
   NetNode* addNode();
   NetEdge* addEdge();
+  ZVText* addNote(const std::string& text);
   // The next number for an object of this graph.
   int32_t takeNumber() { return nextNumber_++; }
 

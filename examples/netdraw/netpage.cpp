@@ -2,6 +2,8 @@
 
 #include <charconv>
 
+#include "examples/netdraw/netfont.h"
+
 namespace {
 
 // Two decimals, which is finer than a page can show.
@@ -75,18 +77,16 @@ void SvgPage::dot(const ZVPoint& at, const std::string& attributes) {
   item("circle cx=\"" + x(at) + "\" cy=\"" + y(at) + "\" r=\"1.6\"", attributes);
 }
 
-void SvgPage::text(const ZVPoint& centre, int32_t width, int32_t height, const std::string& text) {
-  // Letters stand on a line about a third of their height below the middle.
-  const ZVPoint base(centre.x(), centre.y() - height / 3);
-  items_ += "  <text x=\"" + x(base) + "\" y=\"" + y(base) + "\" font-size=\"" + length(height) +
+void SvgPage::text(const ZVPoint& base, int32_t width, int32_t letters, const std::string& text) {
+  items_ += "  <text x=\"" + x(base) + "\" y=\"" + y(base) + "\" font-size=\"" + length(letters) +
             "\" textLength=\"" + length(width) + "\" lengthAdjust=\"spacingAndGlyphs\">" + escaped(text) +
             "</text>\n";
 }
 
 std::string SvgPage::svg() const {
   return "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + number(width_) + "\" height=\"" +
-         number(height_) +
-         "\" font-family=\"DejaVu Sans, Verdana, sans-serif\" text-anchor=\"middle\">\n"
+         number(height_) + "\" font-family=\"" + NetFont::FAMILY +
+         "\" text-anchor=\"middle\">\n"
          "  <rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n" +
          items_ + "</svg>\n";
 }

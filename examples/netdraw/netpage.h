@@ -22,8 +22,8 @@ class SvgPage {
   void line(const ZVPoint& from, const ZVPoint& to, const std::string& attributes);
   // One line through the points; smooth: the points are those of cubic Bezier curves, 3n + 1 of them.
   void path(const std::vector<ZVPoint>& points, bool smooth, const std::string& attributes);
-  // A line of text of exactly that width, centred at the point both ways. Height is that of the letters.
-  void text(const ZVPoint& centre, int32_t width, int32_t height, const std::string& text);
+  // A line of text of exactly that width in letters of that size, centred above the point.
+  void text(const ZVPoint& base, int32_t width, int32_t letters, const std::string& text);
   void dot(const ZVPoint& at, const std::string& attributes);
 
   // The whole page.

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <vector>
 
+#include "examples/netdraw/netlabel.h"
 #include "utils/zvhorseg.h"
 #include "utils/zvptdl.h"
 
@@ -11,9 +12,6 @@ namespace {
 
 constexpr double UNITS_PER_PIXEL = 1000.0 / 72.0;  // 72 pixels to the inch
 constexpr int32_t MARGIN = 100;
-constexpr int32_t LETTER_HEIGHT = 180;
-constexpr int32_t SMALLEST_LETTERS = 20;
-constexpr int32_t MOST_LINES = 1000;  // of letters in a node, which bounds the grid of a huge one
 constexpr double ARROW_LENGTH = 130.0;
 constexpr double ARROW_HALF_WIDTH = 45.0;
 constexpr const char* REGION_LINES = "stroke=\"crimson\" stroke-width=\"0.5\"";
@@ -58,54 +56,7 @@ ZVRect boundsOf(const NetGraph& graph) {
   return bounds;
 }
 
-// Whether a side of the outline runs through the rectangle. The grid of labels looks at the sides on its
-// stripes alone, and a corner between two stripes may stand out.
-bool crosses(const std::vector<ZVPoint>& outline, ZVRect rect) {
-  rect.inflate(-1, -1);
-  for (size_t i = 0; i < outline.size(); ++i) {
-    if (rect.overlapsSegment(outline[i], outline[(i + 1) % outline.size()])) return true;
-  }
-  return false;
-}
-
 }  // namespace
-
-int32_t textWidth(const std::string& text, int32_t height) {
-  size_t letters = 0;
-  for (char c : text) letters += (static_cast<unsigned char>(c) & 0xc0) != 0x80;
-  return static_cast<int32_t>(std::lround(0.62 * height * static_cast<double>(letters)));
-}
-
-ZVPolygon outlinePolygon(const ZVShape& shape, const ZVPoint& centre, const ZVSize& size) {
-  auto* list = new ZVPointDList;
-  for (const ZVPoint& p : verticesOf(shape, centre, size)) list->appendPoint(new ZVPoint(p));
-  return ZVPolygon(list);
-}
-
-LabelPlace placeLabel(const ZVShape& shape, const ZVPoint& centre, const ZVSize& size,
-                      const std::string& text, int32_t height, ZVLabelLocationEnum location) {
-  ZVRect inner;
-  shape.getCurrentInnerRect(inner, centre, size);
-  const int32_t smallest = std::max(SMALLEST_LETTERS, size.height() / MOST_LINES);
-  for (; height >= smallest; height = height * 9 / 10) {
-    LabelPlace place{centre, textWidth(text, height), height};
-    if (isPolygon(shape)) {
-      const ZVPolygon polygon = outlinePolygon(shape, centre, size);
-      ZVDList grid;
-      polygon.createGrid(&grid, height, location);
-      const int found = polygon.assignRectangle(ZV_LABEL_REGION_CENTER, location, &grid, height, place.width,
-                                                &place.centre, 0);
-      ZVPolygon::deleteGrid(&grid);
-      if (found && !crosses(verticesOf(shape, centre, size), ZVRect(place.centre, place.width, height))) {
-        return place;
-      }
-    } else if (place.width <= inner.width() && height <= inner.height()) {
-      place.centre.set((inner.left() + inner.right()) / 2, (inner.bottom() + inner.top()) / 2);
-      return place;
-    }
-  }
-  return {centre, 0, 0};
-}
 
 void drawOutline(SvgPage& page, const ZVShape& shape, const ZVPoint& centre, const ZVSize& size,
                  const std::string& attributes) {
@@ -179,14 +130,15 @@ void Picture::drawNode(const NetNode& node) {
   drawOutline(page_, shape, node.centre, node.size,
               attribute("fill", node.filled && !node.fill.empty() ? node.fill : "white") +
                   attribute("stroke", node.color.empty() ? "black" : node.color));
-  const LabelPlace label =
-      placeLabel(shape, node.centre, node.size, node.label, LETTER_HEIGHT, ZV_LABEL_LOCATION_CENTER);
+  ZVPoint place;
+  const LabelBlock label =
+      placeLabel(place, shape, node.centre, node.size, node.label, LETTERS, ZV_LABEL_LOCATION_CENTER);
   if (regions_) drawRegions(node, label.height);
   if (node.label.empty()) return;
   ++labels_;
-  if (label.height == 0) return;
+  if (label.letters == 0) return;
   ++labelsInside_;
-  page_.text(label.centre, label.width, label.height, node.label);
+  drawLabel(page_, place, label);
 }
 
 void Picture::drawRegions(const NetNode& node, int32_t height) {

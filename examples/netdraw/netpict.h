@@ -9,13 +9,6 @@
 #include "examples/netdraw/netshape.h"
 #include "utils/zvpolygo.h"
 
-// Where a label went: its centre and the size of its rectangle. A label that fits nowhere has height 0.
-struct LabelPlace {
-  ZVPoint centre;
-  int32_t width = 0;
-  int32_t height = 0;
-};
-
 class Picture {
  public:
   // With regions, the picture also shows where labels could go: the text rectangles of the nodes, and the
@@ -33,7 +26,7 @@ class Picture {
  private:
   void drawEdge(const NetEdge& edge);
   void drawNode(const NetNode& node);
-  // Height is that of the letters, 0 without a grid.
+  // Height is that of the label, 0 without a grid.
   void drawRegions(const NetNode& node, int32_t height);
   ZVPoint endOnOutline(const NetNode& node, const ZVPoint& last, const ZVPoint& before);
 
@@ -45,16 +38,6 @@ class Picture {
   int labels_ = 0;
   int labelsInside_ = 0;
 };
-
-// A width that holds the text in letters of that height, taken for a wide sans-serif face.
-int32_t textWidth(const std::string& text, int32_t height);
-
-// Finds the place of a label in a node, in smaller letters if it must be.
-LabelPlace placeLabel(const ZVShape& shape, const ZVPoint& centre, const ZVSize& size,
-                      const std::string& text, int32_t height, ZVLabelLocationEnum location);
-
-// A polygon of the shape's outline, as labels are placed in it.
-ZVPolygon outlinePolygon(const ZVShape& shape, const ZVPoint& centre, const ZVSize& size);
 
 // The outline of a shape.
 void drawOutline(SvgPage& page, const ZVShape& shape, const ZVPoint& centre, const ZVSize& size,

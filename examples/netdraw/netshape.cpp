@@ -62,3 +62,9 @@ std::vector<ZVPoint> verticesOf(const ZVShape& shape, const ZVPoint& centre, con
   }
   return vertices;
 }
+
+ZVPolygon outlinePolygon(const ZVShape& shape, const ZVPoint& centre, const ZVSize& size) {
+  auto* list = new ZVPointDList;
+  for (const ZVPoint& p : verticesOf(shape, centre, size)) list->appendPoint(new ZVPoint(p));
+  return ZVPolygon(list);
+}

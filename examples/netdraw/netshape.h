@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "examples/netdraw/netmodel.h"
+#include "utils/zvpolygo.h"
 #include "utils/zvshape.h"
 
 // One outline for each shape, with the rectangle inside it that suits a text. Polygons run clockwise.
@@ -25,6 +26,9 @@ class ShapeSet {
 
 // The vertices of a polygonal shape for a node of that centre and size; none for other shapes.
 std::vector<ZVPoint> verticesOf(const ZVShape& shape, const ZVPoint& centre, const ZVSize& size);
+
+// The polygon of the outline, as labels are placed in it.
+ZVPolygon outlinePolygon(const ZVShape& shape, const ZVPoint& centre, const ZVSize& size);
 
 bool isPolygon(const ZVShape& shape);
 

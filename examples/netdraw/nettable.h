@@ -8,7 +8,7 @@
 
 namespace nettable {
 
-inline constexpr const char* TYPES[] = {"graph", "node", "edge", "bend", nullptr};
+inline constexpr const char* TYPES[] = {"graph", "node", "edge", "bend", "note", nullptr};
 
 inline constexpr const char* SECTIONS[] = {"extent", "place", "style", "line", nullptr};
 
@@ -28,6 +28,7 @@ inline constexpr const char* DEFINITIONS[] = {
     "  S extent", "{", "F width I R", "F height I R", "}",
     "  T node",
     "  T edge",
+    "  T note",
     "}",
 
     "O node", "{",
@@ -45,6 +46,8 @@ inline constexpr const char* DEFINITIONS[] = {
     "}",
 
     "O bend", "{", "F x I R", "F y I R", "}",
+
+    "O note", "{", "F text S R", "}",
     nullptr};
 // clang-format on
 

@@ -48,6 +48,34 @@ for picture in git graphviz gallery; do
   cmp $picture.svg "$data/../../../docs/images/$picture.svg" || failures=$((failures + 1))
 done
 
+# What stands in a binary file is read by later forms of this program: names keep their numbers.
+[ "$(cksum <new.omb)" = '3976299737 24796' ] || { echo "the binary form changed"; failures=$((failures + 1)); }
+
+rm -f all.trc
+expect 0 '50 of 50 nodes fitted' fit new.omb -o fitted.oml --trace all.trc
+expect 0 '252 of 252 edge ends on an outline, 50 of 50 labels' draw fitted.oml -o fitted.svg
+sizes=$(grep -o 'font-size="[0-9.]*"' fitted.svg | sort -u)
+[ "$sizes" = 'font-size="12.96"' ] || { echo "labels do not fit: $sizes"; failures=$((failures + 1)); }
+expect 0 '1 notes' note new.oml 'Seen "twice"' -o noted.omb
+expect 0 '2 notes' --trace all.trc note noted.omb 'Für später' -o noted.oml
+expect 0 'note +Seen "twice"$' info noted.oml
+expect 0 'note +Für später$' info noted.oml
+expect 0 'written as binary' convert noted.oml -o noted.omb
+expect 0 'same drawing' check -s noted.oml noted.omb
+expect 1 'number of notes differs' check -s new.oml noted.oml
+expect 2 'TEXT is required' note new.oml -o noted.oml
+expect 1 'cannot be opened for the trace' --trace no/such/folder.trc info new.oml
+tr -d '\r' <all.trc | grep -vE '^fit ([^g]|g[^i]|git-)' >all.txt
+diff - all.txt <<'END' || failures=$((failures + 1))
+netdraw fit new.omb -o fitted.oml --trace all.trc
+read new.omb as binary: code 0, 0 errors, 0 warnings
+fit git: 750 x 500 becomes 316 x 290
+write fitted.oml as text: code 0, 0 errors, 0 warnings
+netdraw --trace all.trc note noted.omb Für später -o noted.oml
+read noted.omb as binary: code 0, 0 errors, 0 warnings
+write noted.oml as text: code 0, 0 errors, 0 warnings
+END
+
 cp new.omb unnamed
 expect 0 'written as text' convert -f binary unnamed -t text -o back.omb
 cmp new.oml back.omb || failures=$((failures + 1))
