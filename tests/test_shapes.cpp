@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdint>
 #include <memory>
-#include <random>
-#include <vector>
 
+#include "tests/support/plane.h"
 #include "utils/zvshape.h"
 
 // A look at a private member, by explicit instantiation.
@@ -23,48 +21,24 @@ template struct Opened<&ZVShape::addPoint>;
 
 namespace {
 
-struct P {
-  int32_t x, y;
-  bool operator==(const P&) const = default;
-};
-using Outline = std::vector<P>;
-
-P place(const ZVPoint& p) { return {p.x(), p.y()}; }
-ZVPoint point(P p) { return ZVPoint(p.x, p.y); }
-
-ZVPointDList* listOf(const Outline& outline) {
+ZVPointDList* listOf(const Points& outline) {
   ZVPointDList* list = new ZVPointDList;
-  for (P p : outline) list->appendPoint(new ZVPoint(p.x, p.y));
+  for (P p : outline) list->appendPoint(new ZVPoint(point(p)));
   return list;
 }
 
-bool hasOutline(const ZVShape& shape, const Outline& outline) {
+bool hasOutline(const ZVShape& shape, const Points& outline) {
   return shape.pPointList() && shape.compare(std::make_unique<ZVShape>(listOf(outline)).get());
 }
 
 std::array<int32_t, 4> sidesOf(const ZVRect& r) { return {r.left(), r.bottom(), r.right(), r.top()}; }
 using Sides = std::array<int32_t, 4>;
 
-class Random {
- public:
-  explicit Random(unsigned seed) : engine_(seed) {}
-  int32_t between(int32_t low, int32_t high) {
-    return low + static_cast<int32_t>(engine_() % unsigned(high - low + 1));
-  }
-  int32_t upTo(int32_t reach) { return between(-reach, reach); }
-  P point(int32_t reach) {
-    const int32_t x = upTo(reach);
-    return {x, upTo(reach)};
-  }
-  Outline outline(int32_t reach, int32_t step) {
-    Outline outline(static_cast<size_t>(between(3, 7)));
-    for (P& p : outline) p = {upTo(reach) * step, upTo(reach) * step};
-    return outline;
-  }
-
- private:
-  std::mt19937 engine_;
-};
+Points outline(Random& random, int64_t reach, int64_t step) {
+  Points outline = random.points(random.from(3, 7), reach);
+  for (P& p : outline) p = {p.x * step, p.y * step};
+  return outline;
+}
 
 TEST(Shape, TakesListsOfThreePointsAndMore) {
   ZVShape shape;
@@ -72,7 +46,7 @@ TEST(Shape, TakesListsOfThreePointsAndMore) {
   shape.getInnerRect(r);
   EXPECT_EQ(sidesOf(r), (Sides{-1000, -1000, 1000, 1000}));
   const struct {
-    Outline outline;
+    Points outline;
     int result;
     ZVShapeTypeEnum type;
   } cases[] = {
@@ -98,9 +72,9 @@ TEST(Shape, TakesListsOfThreePointsAndMore) {
 
   ZVShape grown;
   auto addPoint = open(AddPoint{});
-  const Outline dart = {{0, 0}, {4, 0}, {4, 4}, {3, 1}};
+  const Points dart = {{0, 0}, {4, 0}, {4, 4}, {3, 1}};
   for (int i = 0; i < 4; ++i) {
-    EXPECT_EQ(place(*(grown.*addPoint)(dart[size_t(i)].x, dart[size_t(i)].y)), dart[size_t(i)]);
+    EXPECT_EQ(place(*(grown.*addPoint)(i32(dart[size_t(i)].x), i32(dart[size_t(i)].y))), dart[size_t(i)]);
     EXPECT_EQ(grown.shapeType(), i == 2 ? ZV_SHAPE_CONVEX_POLYGON : ZV_SHAPE_NONCONVEX_POLYGON);
   }
 }
@@ -108,12 +82,12 @@ TEST(Shape, TakesListsOfThreePointsAndMore) {
 TEST(Shape, IsConvexWhenItNeverTurnsBothWays) {
   Random random(1);
   for (int round = 0; round < 50000; ++round) {
-    const Outline o = random.outline(2, 1);
+    const Points o = outline(random, 2, 1);
     int turns = 0;
     for (size_t i = 0; i < o.size(); ++i) {
       const P a = o[i], b = o[(i + 1) % o.size()], c = o[(i + 2) % o.size()];
-      const int turn = (b.x - a.x) * (c.y - b.y) - (b.y - a.y) * (c.x - b.x);
-      turns |= turn > 0 ? 1 : turn < 0 ? 2 : 0;
+      const int64_t area = turn(a, b, c);
+      turns |= area > 0 ? 1 : area < 0 ? 2 : 0;
     }
     ASSERT_EQ(ZVShape(listOf(o)).isConvexPolygon(), turns != 3 || o.size() == 3) << round;
   }
@@ -145,11 +119,11 @@ TEST(Shape, CopiesOwnTheirPointsAndCompareEqual) {
 }
 
 TEST(Shape, QuarterTurnsGoCounterclockwise) {
-  const Outline o = {{1000, 500}, {-3, 4}, {-1000, -999}, {0, 7}};
+  const Points o = {{1000, 500}, {-3, 4}, {-1000, -999}, {0, 7}};
   for (int quarters = 0; quarters < 4; ++quarters) {
     ZVShape shape(listOf(o));
     shape.rotate(90 * quarters);
-    Outline turned = o;
+    Points turned = o;
     for (P& p : turned) {
       for (int i = 0; i < quarters; ++i) p = {-p.y, p.x};
     }
@@ -178,7 +152,7 @@ TEST(Shape, FittingUndoesTheTextRectangleOfANode) {
     SCOPED_TRACE(round);
     ZVShape shape;
     if (round % 10) shape.setInnerRect(ZVRect(point(random.point(1000)), point(random.point(1000))));
-    const ZVRect node(point(random.point(40)), ZVSize(random.between(0, 200), random.between(0, 200)));
+    const ZVRect node(point(random.point(40)), ZVSize(i32(random.from(0, 200)), i32(random.from(0, 200))));
     ZVRect inner, bounds, again;
     shape.getCurrentInnerRect(inner, node.center(), node.size());
     shape.fitBoundingRectToInnerRect(bounds, inner);
@@ -198,35 +172,35 @@ TEST(Shape, AnglesAreThoseBetweenVectors) {
   EXPECT_EQ(ZVShape::angleBetweenTwoLines(0, 0, 1, 0), right);
   EXPECT_EQ(ZVShape::angleBetweenTwoLines(1, 0, 0, 1), right);
   EXPECT_EQ(ZVShape::angleBetweenTwoLines(1 << 16, 0, 1, 0), right);  // the square wraps to 0
-  for (P p : Outline{{3, 4}, {-3, 4}, {-4, -3}, {5, -5}, {8, 6}}) {
-    const double expected = std::fabs(std::atan2(-4 * p.y + 3 * p.x, 3 * p.y + 4 * p.x));
-    EXPECT_NEAR(ZVShape::angleBetweenTwoLines(4, 3, p.x, p.y), expected, 1e-7);
+  for (P p : Points{{3, 4}, {-3, 4}, {-4, -3}, {5, -5}, {8, 6}}) {
+    const double expected = std::fabs(std::atan2(real(-4 * p.y + 3 * p.x), real(3 * p.y + 4 * p.x)));
+    EXPECT_NEAR(ZVShape::angleBetweenTwoLines(4, 3, i32(p.x), i32(p.y)), expected, 1e-7);
   }
 }
 
 // Placed shapes against plain models.
 
 struct Node {
-  int32_t cx, cy, w, h;
-  int32_t left() const { return cx - w / 2; }
-  int32_t right() const { return left() + w; }
-  int32_t bottom() const { return cy - h / 2; }
-  int32_t top() const { return bottom() + h; }
-  ZVPoint center() const { return ZVPoint(cx, cy); }
-  ZVSize size() const { return ZVSize(w, h); }
+  int64_t cx, cy, w, h;
+  int64_t left() const { return cx - w / 2; }
+  int64_t right() const { return left() + w; }
+  int64_t bottom() const { return cy - h / 2; }
+  int64_t top() const { return bottom() + h; }
+  ZVPoint center() const { return point({cx, cy}); }
+  ZVSize size() const { return ZVSize(i32(w), i32(h)); }
 };
 
 struct Edge {
   P a, b;
-  int32_t plainAX;
+  int64_t plainAX;
 };
 
 // A negative coordinate is a part of the lower half, a positive one of the upper half.
-int32_t world(int32_t v, int32_t c, int32_t s) {
+int64_t world(int64_t v, int64_t c, int64_t s) {
   return v < 1 ? c + v * (s / 2) / 1000 : c + v * (s - s / 2) / 1000;
 }
 
-std::vector<Edge> edgesOf(const Outline& o, const Node& n) {
+std::vector<Edge> edgesOf(const Points& o, const Node& n) {
   std::vector<Edge> edges;
   for (size_t i = 0; i < o.size(); ++i) {
     const P a = o[(i + o.size() - 1) % o.size()], b = o[i];
@@ -237,18 +211,20 @@ std::vector<Edge> edgesOf(const Outline& o, const Node& n) {
   return edges;
 }
 
-bool near(P p, P a, P b) { return ZVPoint::pointInSegment(p.x, p.y, a.x, a.y, b.x, b.y); }
+bool near(const P& p, const P& a, const P& b) {
+  return ZVPoint::pointInSegment(i32(p.x), i32(p.y), i32(a.x), i32(a.y), i32(b.x), i32(b.y));
+}
 
 Node randomNode(Random& random) {
-  return {random.upTo(3), random.upTo(3), random.between(1, 24), random.between(1, 24)};
+  return {random.from(-3, 3), random.from(-3, 3), random.from(1, 24), random.from(1, 24)};
 }
 
 TEST(PlacedShape, ContainmentAgreesWithExactArithmetic) {
   Random random(4);
   for (int round = 0; round < 100000; ++round) {
     SCOPED_TRACE(round);
-    const Node n{random.upTo(3), random.upTo(3), random.between(0, 24), random.between(0, 24)};
-    const P p{n.cx + random.upTo(13), n.cy + random.upTo(13)};
+    const Node n{random.from(-3, 3), random.from(-3, 3), random.from(0, 24), random.from(0, 24)};
+    const P p{n.cx + random.from(-13, 13), n.cy + random.from(-13, 13)};
     const ZVPoint at = point(p), center = n.center();
     const ZVSize size = n.size();
     const bool inBox = n.left() <= p.x && p.x <= n.right() && n.bottom() <= p.y && p.y <= n.top();
@@ -259,7 +235,7 @@ TEST(PlacedShape, ContainmentAgreesWithExactArithmetic) {
     ASSERT_EQ(rectangle.withinInterior(at, center, size), inside);
 
     // x x h h + y y w w against w w h h / 4; the chord's end is x with (2x - 1) below and (2x + 1) above it.
-    const int64_t dx = p.x - n.cx, dy = p.y - n.cy, ww = int64_t{n.w} * n.w, hh = int64_t{n.h} * n.h;
+    const int64_t dx = p.x - n.cx, dy = p.y - n.cy, ww = n.w * n.w, hh = n.h * n.h;
     const int64_t room = ww * hh - 4 * dy * dy * ww;  // 4 h h r r
     const int64_t inner = (2 * std::abs(dx) - 1) * (2 * std::abs(dx) - 1) * hh;
     const int64_t outer = (2 * std::abs(dx) + 1) * (2 * std::abs(dx) + 1) * hh;
@@ -273,19 +249,18 @@ TEST(PlacedShape, ContainmentAgreesWithExactArithmetic) {
       ASSERT_EQ(ellipse.onBoundary(at, center, size), flat ? inBox : onChordEnd);
     }
 
-    const Outline o = random.outline(round % 3 ? 5 : 1000, round % 3 ? 250 : 1);
+    const Points o = outline(random, round % 3 ? 5 : 1000, round % 3 ? 250 : 1);
     const ZVShape polygon(listOf(o));
     bool onEdge = false, outward = false, close = false;
     int crossings = 0;
     for (const Edge& e : edgesOf(o, n)) {
       onEdge = onEdge || near(p, e.a, e.b);
-      outward = outward || (e.b.x - e.a.x) * (p.y - e.a.y) - (e.b.y - e.a.y) * (p.x - e.a.x) > 0;
+      outward = outward || turn(e.a, e.b, p) > 0;
       const P a{e.plainAX, e.a.y};
       if (std::min(a.y, e.b.y) >= p.y || p.y > std::max(a.y, e.b.y)) continue;
       close = close || ((a.x <= p.x || e.b.x <= p.x) && near(p, a, e.b));
       // Where the edge is on the point's level, it lies to the left of it.
-      const int32_t up = e.b.y - a.y;
-      crossings += (a.x - p.x) * up + (e.b.x - a.x) * (p.y - a.y) < 0 ? up > 0 : up < 0;
+      crossings += turn(a, e.b, p) < 0 ? a.y < e.b.y : a.y > e.b.y;
     }
     ASSERT_EQ(polygon.onBoundary(at, center, size), onEdge);
     const bool convex = polygon.shapeType() == ZV_SHAPE_CONVEX_POLYGON;
@@ -298,34 +273,36 @@ TEST(PlacedShape, ContainmentAgreesWithExactArithmetic) {
 // From side to side, each hit is the next start; a convex polygon is left at its second one.
 TEST(PlacedShape, SegmentsEndAtTheirLastCrossing) {
   Random random(5);
-  const Outline box = {{-1000, 1000}, {1000, 1000}, {1000, -1000}, {-1000, -1000}};
+  const Points box = {{-1000, 1000}, {1000, 1000}, {1000, -1000}, {-1000, -1000}};
   int hits = 0;
   for (int round = 0; round < 100000; ++round) {
     SCOPED_TRACE(round);
     const Node n = randomNode(random);
     const P from = random.point(16), to = random.point(16);
-    const Outline o = round % 2 ? random.outline(4, 250) : box;
+    const Points o = round % 2 ? outline(random, 4, 250) : box;
     const ZVShape shape = round % 2 ? ZVShape(listOf(o)) : ZVShape();
-    double x = from.x, y = from.y, hx = x, hy = y;
-    P expected = from;
+    double x = real(from.x), y = real(from.y), hx = x, hy = y;
+    int32_t ix = i32(from.x), iy = i32(from.y);
     int count = 0, any = 0;
     for (const Edge& e : edgesOf(o, n)) {
       if (round % 2 == 0) {
-        any |= ZVPoint::segmentsIntersect(expected.x, expected.y, to.x, to.y, e.a.x, e.a.y, e.b.x, e.b.y);
+        any |= ZVPoint::segmentsIntersect(ix, iy, i32(to.x), i32(to.y), i32(e.a.x), i32(e.a.y), i32(e.b.x),
+                                          i32(e.b.y));
         continue;
       }
-      const double ends[] = {double(to.x),  double(to.y),  double(e.a.x),
-                             double(e.a.y), double(e.b.x), double(e.b.y)};
-      if (!ZVPoint::segmentsIntersect(x, y, ends[0], ends[1], ends[2], ends[3], ends[4], ends[5])) continue;
+      if (!ZVPoint::segmentsIntersect(x, y, real(to.x), real(to.y), real(e.a.x), real(e.a.y), real(e.b.x),
+                                      real(e.b.y))) {
+        continue;
+      }
       any = 1;
-      expected = {roundHalfUp(x), roundHalfUp(y)};
+      ix = roundHalfUp(x), iy = roundHalfUp(y);
       count += x != hx || y != hy;
       hx = x, hy = y;
       if (count == 2 && shape.shapeType() == ZV_SHAPE_CONVEX_POLYGON) break;
     }
     ZVPoint moved = point(from);
     ASSERT_EQ(shape.intersectsSegment(moved, point(to), n.center(), n.size()), any);
-    ASSERT_EQ(place(moved), expected);
+    ASSERT_EQ(place(moved), (P{ix, iy}));
     hits += any;
   }
   EXPECT_GT(hits, 10000);
@@ -355,12 +332,13 @@ TEST(PlacedShape, SegmentsCrossAnEllipseWhereItsEquationSays) {
   int compared = 0;
   for (int round = 0; round < 100000; ++round) {
     SCOPED_TRACE(round);
-    const Node n{random.upTo(3), random.upTo(3), random.between(1, 40), random.between(1, 40)};
+    const Node n{random.from(-3, 3), random.from(-3, 3), random.from(1, 40), random.from(1, 40)};
     const P from = random.point(30), to = random.point(30);
     if (from == to) continue;
     // |p + t d|^2 = 1 in units of the half axes.
-    const double px = (from.x - n.cx) * 2.0 / n.w, py = (from.y - n.cy) * 2.0 / n.h;
-    const double dx = (to.x - from.x) * 2.0 / n.w, dy = (to.y - from.y) * 2.0 / n.h;
+    const double w = real(n.w) / 2.0, h = real(n.h) / 2.0;
+    const double px = real(from.x - n.cx) / w, py = real(from.y - n.cy) / h;
+    const double dx = real(to.x - from.x) / w, dy = real(to.y - from.y) / h;
     const double a = dx * dx + dy * dy, b = px * dx + py * dy, c = px * px + py * py - 1.0;
     const double d = b * b - a * c;
     if (std::fabs(d) < 1e-6) continue;
@@ -376,21 +354,21 @@ TEST(PlacedShape, SegmentsCrossAnEllipseWhereItsEquationSays) {
     ZVPoint moved = point(from);
     ASSERT_EQ(ellipse.intersectsSegment(moved, point(to), n.center(), n.size()), last >= 0.0);
     last = std::max(last, 0.0);
-    ASSERT_NEAR(moved.x(), from.x + last * (to.x - from.x), 0.5 + 1e-6);
-    ASSERT_NEAR(moved.y(), from.y + last * (to.y - from.y), 0.5 + 1e-6);
+    ASSERT_NEAR(moved.x(), real(from.x) + last * real(to.x - from.x), 0.5 + 1e-6);
+    ASSERT_NEAR(moved.y(), real(from.y) + last * real(to.y - from.y), 0.5 + 1e-6);
   }
   EXPECT_GT(compared, 50000);
 }
 
 // Reached: on the outline. Not reached: on the node's rectangle.
-TEST(PlacedShape, NearestPointsLieOnTheOutlineOrOnTheRectangle) {
+TEST(PlacedShape, NearestPointsLieOnThePointsOrOnTheRectangle) {
   Random random(7);
   int reached[2] = {0, 0};
   for (int round = 0; round < 40000; ++round) {
     SCOPED_TRACE(round);
     const Node n = randomNode(random);
     const P p = random.point(16);
-    const Outline o = random.outline(4, 250);
+    const Points o = outline(random, 4, 250);
     const ZVShape shape = round % 2 ? ZVShape(listOf(o)) : ZVShape(ZV_SHAPE_ELLIPSE);
     ZVPoint moved = point(p), onBox = point(p);
     ZVRect(n.center(), n.size()).nearestPoint(onBox);
@@ -401,13 +379,13 @@ TEST(PlacedShape, NearestPointsLieOnTheOutlineOrOnTheRectangle) {
       continue;
     }
     ++reached[round % 2];
-    int inside = 0, onOutline = 0;
+    int inside = 0, onPoints = 0;
     for (int i = 0; i < 9; ++i) {
       const ZVPoint next(moved.x() + i % 3 - 1, moved.y() + i / 3 - 1);
       inside += shape.within(next, n.center(), n.size());
-      onOutline += shape.onBoundary(next, n.center(), n.size());
+      onPoints += shape.onBoundary(next, n.center(), n.size());
     }
-    ASSERT_TRUE(onOutline > 0 || (inside > 0 && inside < 9));
+    ASSERT_TRUE(onPoints > 0 || (inside > 0 && inside < 9));
   }
   EXPECT_GT(std::min(reached[0], reached[1]), 3000);
 }
@@ -444,21 +422,22 @@ TEST(PlacedShape, WidthIsMeasuredAcrossTheDirection) {
   } cases[] = {
       {{4, 3}, 50, 50}, {{3, 4}, 100, 100}, {{4, 4}, 75 * std::sqrt(2.0), std::sqrt(6250.0)}, {{3, 3}, 0, 0}};
   for (const auto& c : cases) {
-    EXPECT_NEAR(rectangle.maxAvailableDiagonalLengthAtShape(3, 3, c.to.x, c.to.y, 100, 50), c.rectangle,
-                1e-9);
-    EXPECT_NEAR(ellipse.maxAvailableDiagonalLengthAtShape(3, 3, c.to.x, c.to.y, 100, 50), c.ellipse, 1e-9);
+    EXPECT_NEAR(rectangle.maxAvailableDiagonalLengthAtShape(ZVPoint(3, 3), point(c.to), ZVSize(100, 50)),
+                c.rectangle, 1e-9);
+    EXPECT_NEAR(ellipse.maxAvailableDiagonalLengthAtShape(ZVPoint(3, 3), point(c.to), ZVSize(100, 50)),
+                c.ellipse, 1e-9);
   }
   Random random(8);
   for (int round = 0; round < 1000; ++round) {
     SCOPED_TRACE(round);
     const Node n = randomNode(random);
-    const P from = random.point(9), to{from.x + random.between(1, 9), random.upTo(9)};
-    const Outline o = random.outline(4, 250);
+    const P from = random.point(9), to{from.x + random.from(1, 9), random.from(-9, 9)};
+    const Points o = outline(random, 4, 250);
     double left = 0.0, right = 0.0;
     for (P v : o) {
-      const int32_t x = v.x * n.w / 2000, y = v.y * n.h / 2000;
+      const P w{v.x * n.w / 2000, v.y * n.h / 2000};
       const double side =
-          (y * (to.x - from.x) - x * (to.y - from.y)) / std::hypot(to.x - from.x, to.y - from.y);
+          real(w.y * (to.x - from.x) - w.x * (to.y - from.y)) / point(from).distance(point(to));
       left = std::max(left, side);
       right = std::max(right, -side);
     }

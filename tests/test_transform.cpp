@@ -3,45 +3,29 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdint>
-#include <limits>
-#include <random>
 
+#include "tests/support/plane.h"
 #include "utils/zvrorect.h"
 #include "utils/zvtransf.h"
 
 namespace {
-
-class Numbers {
- public:
-  explicit Numbers(unsigned seed) : engine_(seed) {}
-  int32_t upTo(int32_t reach) { return static_cast<int32_t>(engine_() % unsigned(2 * reach + 1)) - reach; }
-
- private:
-  std::mt19937 engine_;
-};
 
 // One axis of a map, exact: target extent * (v - source origin) / source extent + target origin.
 struct Axis {
   int64_t fromOrigin, fromExtent, toOrigin, toExtent;
 
   int64_t rounded(int64_t v) const {
-    if (fromExtent == 0) return 0;
-    int64_t n = toExtent * (v - fromOrigin) + toOrigin * fromExtent;
-    int64_t d = fromExtent;
-    if (d < 0) n = -n, d = -d;
-    const int64_t twice = 2 * n + d;
-    return twice >= 0 ? twice / (2 * d) : -((-twice + 2 * d - 1) / (2 * d));
+    return fromExtent == 0 ? 0
+                           : divideHalfUp(toExtent * (v - fromOrigin) + toOrigin * fromExtent, fromExtent);
   }
   Axis inverse() const { return {toOrigin, toExtent, fromOrigin, fromExtent}; }
 };
 
-Axis randomAxis(Numbers& numbers) {
-  return {numbers.upTo(5), numbers.upTo(5), numbers.upTo(5), numbers.upTo(5)};
+Axis randomAxis(Random& numbers) {
+  return {numbers.from(-5, 5), numbers.from(-5, 5), numbers.from(-5, 5), numbers.from(-5, 5)};
 }
 
 ZVTransform transformOf(const Axis& x, const Axis& y) {
-  auto real = [](int64_t v) { return static_cast<double>(v); };
   ZVTransform t;
   t.sourceOriginX(real(x.fromOrigin)), t.sourceOriginY(real(y.fromOrigin));
   t.sourceExtentX(real(x.fromExtent)), t.sourceExtentY(real(y.fromExtent));
@@ -56,12 +40,13 @@ Pair pairOf(const ZVTuple& t) { return {t.x(), t.y()}; }
 Four sidesOf(const ZVRect& r) { return {r.left(), r.bottom(), r.right(), r.top()}; }
 
 TEST(Transform, MapsWholeObjectsAsItMapsTheirCoordinates) {
-  Numbers numbers(1);
+  Random numbers(1);
   for (int round = 0; round < 20000; ++round) {
     SCOPED_TRACE(round);
     const Axis x = randomAxis(numbers), y = randomAxis(numbers), ix = x.inverse(), iy = y.inverse();
     const ZVTransform t(transformOf(x, y), ZV_DEEP_COPY);
-    const int32_t a = numbers.upTo(20), b = numbers.upTo(20), c = numbers.upTo(20), d = numbers.upTo(20);
+    const P from = numbers.point(20), to = numbers.point(20);
+    const int32_t a = i32(from.x), b = i32(from.y), c = i32(to.x), d = i32(to.y);
     const Pair there{x.rounded(a), y.rounded(b)}, back{ix.rounded(a), iy.rounded(b)};
     ASSERT_EQ((Pair{t.transformX(long{a}), t.transformY(long{b})}), there);
     ASSERT_EQ((Pair{t.inverseTransformX(long{a}), t.inverseTransformY(long{b})}), back);
@@ -138,7 +123,7 @@ TEST(Transform, ZeroExtentsGiveZero) {
 }
 
 TEST(Transform, NormalizedExtentsKeepTheMap) {
-  Numbers numbers(2);
+  Random numbers(2);
   for (int round = 0; round < 2000; ++round) {
     SCOPED_TRACE(round);
     Axis x = randomAxis(numbers), y = randomAxis(numbers);
@@ -149,7 +134,7 @@ TEST(Transform, NormalizedExtentsKeepTheMap) {
       if (*extent == 0) *extent = 1;
     }
     // The smaller one becomes 1, on a tie the target.
-    const double ratio = static_cast<double>(x.toExtent) / static_cast<double>(x.fromExtent);
+    const double ratio = real(x.toExtent) / real(x.fromExtent);
     ASSERT_EQ(t.sourceExtentX(), std::fabs(ratio) > 1.0 ? 1.0 : 1.0 / ratio);
     ASSERT_EQ(t.targetExtentX(), std::fabs(ratio) > 1.0 ? ratio : 1.0);
     ASSERT_EQ(t.transformY(7), y.rounded(7));
@@ -158,17 +143,17 @@ TEST(Transform, NormalizedExtentsKeepTheMap) {
 }
 
 TEST(Transform, OneScaleKeepsTheWholeSourceInView) {
-  Numbers numbers(3);
+  Random numbers(3);
   for (int round = 0; round < 5000; ++round) {
     SCOPED_TRACE(round);
-    const int32_t tx = numbers.upTo(3), ty = numbers.upTo(3), sx = numbers.upTo(8) + 9,
-                  sy = numbers.upTo(8) + 9;
+    const auto [tx, ty] = numbers.point(3);
+    const int64_t sx = numbers.from(1, 17), sy = numbers.from(1, 17);
     ZVTransform t = transformOf({0, sx, 0, tx}, {0, sy, 0, ty});
     t.adjustExtentToPreserveAspectRatio();
     const bool onX = tx * sy > ty * sx, stays = tx == 0 || ty == 0;
-    ASSERT_EQ(t.sourceExtentX(), stays || !onX ? sx : ty > 0 ? double(tx * sy) / ty : 0.0);
-    ASSERT_EQ(t.sourceExtentY(), stays || onX ? sy : tx > 0 ? double(ty * sx) / tx : 0.0);
-    ASSERT_TRUE(tx <= 0 || ty <= 0 || (t.sourceExtentX() >= sx && t.sourceExtentY() >= sy));
+    ASSERT_EQ(t.sourceExtentX(), stays || !onX ? real(sx) : ty > 0 ? real(tx * sy) / real(ty) : 0.0);
+    ASSERT_EQ(t.sourceExtentY(), stays || onX ? real(sy) : tx > 0 ? real(ty * sx) / real(tx) : 0.0);
+    ASSERT_TRUE(tx <= 0 || ty <= 0 || (t.sourceExtentX() >= real(sx) && t.sourceExtentY() >= real(sy)));
   }
 }
 
@@ -207,14 +192,14 @@ TEST(RotatedRect, ClipsAgainstAnUprightBand) {
 // By two slabs, along and across the band, instead of four sides. Cases that hang on the last bit are left
 // out.
 TEST(RotatedRect, ClipsAnyBandAsTwoSlabsDo) {
-  Numbers numbers(4);
+  Random numbers(4);
   int compared = 0;
   for (int round = 0; round < 200000; ++round) {
     SCOPED_TRACE(round);
     const int reach = round % 2 ? 6 : 60;
-    const ZVPoint p(numbers.upTo(reach), numbers.upTo(reach)), q(numbers.upTo(reach), numbers.upTo(reach));
-    const ZVPoint a(numbers.upTo(reach), numbers.upTo(reach)), b(numbers.upTo(reach), numbers.upTo(reach));
-    const int32_t delta = numbers.upTo(4) + 4;
+    const ZVPoint p = point(numbers.point(reach)), q = point(numbers.point(reach));
+    const ZVPoint a = point(numbers.point(reach)), b = point(numbers.point(reach));
+    const int32_t delta = i32(numbers.from(0, 8));
     if (a.distance(b) == 0.0) continue;
     const double length = p.distance(q);
     const double u[2] = {length > 0.0 ? (q.x() - p.x()) / length : 1.0,
