@@ -56,6 +56,13 @@ ZVRect boundsOf(const NetGraph& graph) {
   return bounds;
 }
 
+// Begins a line at the last of the bends that lie in its first node, under which it cannot be seen.
+void dropHiddenBends(std::vector<ZVPoint>& points, const NetNode& node, const ZVShape& shape) {
+  auto first = points.begin();
+  while (points.end() - first > 2 && shape.within(first[1], node.centre, node.size)) ++first;
+  points.erase(points.begin(), first);
+}
+
 }  // namespace
 
 void drawOutline(SvgPage& page, const ZVShape& shape, const ZVPoint& centre, const ZVSize& size,
@@ -108,6 +115,12 @@ void Picture::drawEdge(const NetEdge& edge) {
   forEach<NetBend>(edge.bends, [&](NetBend* bend) { points.push_back(bend->point); });
   if (points.size() < 2) points = {edge.source->centre, edge.target->centre};
   const bool smooth = points.size() % 3 == 1;
+  if (!smooth) {
+    dropHiddenBends(points, *edge.source, shapes_[edge.source->shape]);
+    std::reverse(points.begin(), points.end());
+    dropHiddenBends(points, *edge.target, shapes_[edge.target->shape]);
+    std::reverse(points.begin(), points.end());
+  }
 
   // The curve's control points keep the direction in which it leaves and arrives.
   const ZVPoint start = endOnOutline(*edge.source, points.front(), points[1]);
