@@ -1,5 +1,6 @@
 #include "examples/netdraw/netcmds.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -7,8 +8,11 @@
 
 #include "examples/netdraw/netgall.h"
 #include "examples/netdraw/netlabel.h"
+#include "examples/netdraw/netorder.h"
+#include "examples/netdraw/netover.h"
 #include "examples/netdraw/netpict.h"
 #include "examples/netdraw/netplain.h"
+#include "examples/netdraw/netroute.h"
 
 namespace {
 
@@ -31,6 +35,13 @@ std::unique_ptr<NetGraph> readShowing(NetFile& file, const std::string& path, Fo
     std::printf("%s: holds no drawing\n", path.c_str());
   }
   return nullptr;
+}
+
+// The same for a drawing that is only looked at.
+std::unique_ptr<NetGraph> readShowing(Trace& trace, const std::string& path, Form form) {
+  NetGrammar grammar;
+  NetFile file(grammar, trace);
+  return readShowing(file, path, form);
 }
 
 // Writes one drawing and says so.
@@ -62,6 +73,21 @@ int countBends(const NetGraph& graph) {
   int bends = 0;
   forEach<NetEdge>(graph.edges, [&](NetEdge* edge) { bends += edge->bends.length(); });
   return bends;
+}
+
+// The node of that title; shows it if there is none.
+const NetNode* findShowing(const NetGraph& graph, const std::string& path, const std::string& title) {
+  const NetNode* node = graph.findNode(title);
+  if (!node) std::printf("%s: holds no node \"%s\"\n", path.c_str(), title.c_str());
+  return node;
+}
+
+// Lists the first ones of what was found.
+template <class Found, class Show>
+void showFirst(const std::vector<Found>& found, int most, Show show) {
+  const size_t shown = std::min(found.size(), static_cast<size_t>(most));
+  for (size_t i = 0; i < shown; ++i) show(found[i]);
+  if (shown < found.size()) std::printf("  and %zu more\n", found.size() - shown);
 }
 
 // Writes a picture; nothing that is not whole is called written.
@@ -189,14 +215,70 @@ int addNote(Trace& trace, const std::string& input, Form from, const std::string
 }
 
 int drawFile(Trace& trace, const std::string& input, Form from, const std::string& output, bool regions) {
-  NetGrammar grammar;
-  NetFile file(grammar, trace);
-  std::unique_ptr<NetGraph> graph = readShowing(file, input, from);
+  std::unique_ptr<NetGraph> graph = readShowing(trace, input, from);
   if (!graph) return EXIT_FILE_ERRORS;
   const Picture picture(*graph, regions);
   std::printf("%s: %d of %d edge ends on an outline, %d of %d labels inside their node\n", input.c_str(),
               picture.endsOnOutline(), picture.ends(), picture.labelsInside(), picture.labels());
   return writePicture(trace, output, picture.svg());
+}
+
+int showOverlaps(Trace& trace, const std::string& path, Form from, int most) {
+  std::unique_ptr<NetGraph> graph = readShowing(trace, path, from);
+  if (!graph) return EXIT_FILE_ERRORS;
+  auto start = Clock::now();
+  const Overlaps overlaps = findOverlaps(*graph);
+  std::printf("%s: %zu pairs of nodes overlap, %zu of %d edges cross other nodes, found in %.2f ms\n",
+              path.c_str(), overlaps.nodes.size(), overlaps.edges.size(), graph->edges.length(),
+              millisecondsSince(start));
+  showFirst(overlaps.nodes, most, [](const auto& pair) {
+    std::printf("  \"%s\" and \"%s\" overlap\n", pair.first->title.c_str(), pair.second->title.c_str());
+  });
+  showFirst(overlaps.edges, most, [](const auto& pair) {
+    const NetEdge& edge = *pair.first;
+    std::printf("  \"%s\" -> \"%s\" crosses \"%s\"\n", edge.source->title.c_str(), edge.target->title.c_str(),
+                pair.second->title.c_str());
+  });
+  return EXIT_GOOD;
+}
+
+int showRoute(Trace& trace, const std::string& path, Form from, const std::string& start,
+              const std::string& end, bool bothWays) {
+  std::unique_ptr<NetGraph> graph = readShowing(trace, path, from);
+  if (!graph) return EXIT_FILE_ERRORS;
+  const NetNode* first = findShowing(*graph, path, start);
+  const NetNode* last = findShowing(*graph, path, end);
+  if (!first || !last) return EXIT_FILE_ERRORS;
+  auto begin = Clock::now();
+  const Route route = findRoute(*graph, *first, *last, bothWays);
+  if (!route.found) {
+    std::printf("%s: no route leads from \"%s\" to \"%s\"\n", path.c_str(), start.c_str(), end.c_str());
+    return EXIT_FILE_ERRORS;
+  }
+  std::printf("%s: %zu edges, %.3f inches, found in %.2f ms\n", path.c_str(), route.nodes.size() - 1,
+              route.length / 1000.0, millisecondsSince(begin));
+  for (const NetNode* node : route.nodes) std::printf("  \"%s\"\n", node->title.c_str());
+  return EXIT_GOOD;
+}
+
+int showOrder(Trace& trace, const std::string& path, Form from, const std::vector<std::string>& titles) {
+  std::unique_ptr<NetGraph> graph = readShowing(trace, path, from);
+  if (!graph) return EXIT_FILE_ERRORS;
+  const ReadingOrder order(*graph);
+  if (titles.empty()) {
+    forEach<NetNode>(order, [](NetNode* node) { std::printf("%s\n", node->title.c_str()); });
+    return EXIT_GOOD;
+  }
+  const NetNode* a = findShowing(*graph, path, titles[0]);
+  const NetNode* b = findShowing(*graph, path, titles[1]);
+  if (!a || !b) return EXIT_FILE_ERRORS;
+  const int32_t rank = order.rank(*a, *b);
+  std::printf("%s: \"%s\" stands %s \"%s\"\n", path.c_str(), titles[0].c_str(),
+              rank < 0   ? "before"
+              : rank > 0 ? "behind"
+                         : "in the place of",
+              titles[1].c_str());
+  return EXIT_GOOD;
 }
 
 int drawGallery(Trace& trace, const std::string& output) { return writePicture(trace, output, gallerySvg()); }

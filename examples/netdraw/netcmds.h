@@ -1,4 +1,5 @@
-// The commands of netdraw. Each prints what it did and gives the exit status: 0, or 1 if a file has errors.
+// The commands of netdraw. Each prints what it did and gives the exit status: 0, or 1 if a file has errors
+// or does not hold what is asked for.
 #ifndef NETDRAW_NETCMDS_H
 #define NETDRAW_NETCMDS_H
 
@@ -35,6 +36,17 @@ int addNote(Trace& trace, const std::string& input, Form from, const std::string
 
 // Draws a picture of a drawing, in SVG; regions as in Picture.
 int drawFile(Trace& trace, const std::string& input, Form from, const std::string& output, bool regions);
+
+// Says which nodes overlap, and which edges cross nodes that are none of their ends. Lists at most that many
+// of each.
+int showOverlaps(Trace& trace, const std::string& path, Form from, int most);
+
+// Says the shortest route between the nodes of two titles; bothWays as in findRoute. No route is a failure.
+int showRoute(Trace& trace, const std::string& path, Form from, const std::string& start,
+              const std::string& end, bool bothWays);
+
+// Lists the nodes in reading order, or with two titles says which of the two nodes stands first.
+int showOrder(Trace& trace, const std::string& path, Form from, const std::vector<std::string>& titles);
 
 // Draws the gallery of shapes.
 int drawGallery(Trace& trace, const std::string& output);

@@ -1,4 +1,4 @@
-// netdraw: imports, checks and converts drawings of graphs kept in OML files.
+// netdraw: imports, checks, converts and examines drawings of graphs kept in OML files.
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <map>
@@ -18,6 +18,11 @@ struct Options {
   std::optional<Form> to;
   bool same = false;
   bool regions = false;
+  bool bothWays = false;
+  int most = 20;
+  std::string start;
+  std::string end;
+  std::vector<std::string> titles;
 
   Form inputForm() const { return from.value_or(formOfName(input)); }
   Form outputForm() const { return to.value_or(formOfName(output)); }
@@ -37,16 +42,23 @@ void addOutputOptions(CLI::App* command, Options& options) {
   addFormOption(command, "-t,--to", options.to, "form of the output: text or binary (default: by its name)");
 }
 
+void addInput(CLI::App* command, Options& options) {
+  command->add_option("INPUT", options.input, "the file to read")->required()->type_name("FILE");
+  addFormOption(command, "-f,--from", options.from, "form of the file: text or binary (default: by name)");
+}
+
 int run(int argc, char** argv) {
   Options options;
   CLI::App app(
-      "Imports, checks and converts drawings of graphs kept in OML files. A file whose name ends in .omb is "
+      "Imports, checks, converts and examines drawings of graphs kept in OML files. A file whose name ends "
+      "in .omb is "
       "in the binary form, any other in the text form, unless an option says otherwise.",
       "netdraw");
   app.require_subcommand(1);
   app.fallthrough();  // the trace may be asked for behind the command
   app.add_option("--trace", options.trace, "append what is done to that file")->type_name("FILE");
-  app.footer("Exit status: 0, 1 if a file has errors, 2 for a wrong call.");
+  app.footer(
+      "Exit status: 0, 1 if a file has errors or does not hold what is asked for, 2 for a wrong call.");
 
   CLI::App* import = app.add_subcommand("import", "Turn a layout program's plain output into a drawing");
   import->add_option("INPUT", options.input, "the plain output")->required()->type_name("FILE");
@@ -58,30 +70,46 @@ int run(int argc, char** argv) {
   check->add_flag("-s,--same", options.same, "all files must hold the same drawing");
 
   CLI::App* info = app.add_subcommand("info", "Say what a drawing holds");
-  info->add_option("INPUT", options.input, "the file to read")->required()->type_name("FILE");
-  addFormOption(info, "-f,--from", options.from, "form of the file: text or binary (default: by name)");
+  addInput(info, options);
 
   CLI::App* convert = app.add_subcommand("convert", "Read a drawing and write it again, with the ids it had");
-  convert->add_option("INPUT", options.input, "the file to read")->required()->type_name("FILE");
-  addFormOption(convert, "-f,--from", options.from, "form of the input: text or binary (default: by name)");
+  addInput(convert, options);
   addOutputOptions(convert, options);
 
   CLI::App* fit = app.add_subcommand("fit", "Give the nodes of a drawing the size that their labels need");
-  fit->add_option("INPUT", options.input, "the file to read")->required()->type_name("FILE");
-  addFormOption(fit, "-f,--from", options.from, "form of the input: text or binary (default: by name)");
+  addInput(fit, options);
   addOutputOptions(fit, options);
 
   CLI::App* note = app.add_subcommand("note", "Add a note to a drawing");
-  note->add_option("INPUT", options.input, "the file to read")->required()->type_name("FILE");
+  addInput(note, options);
   note->add_option("TEXT", options.note, "the note")->required();
-  addFormOption(note, "-f,--from", options.from, "form of the input: text or binary (default: by name)");
   addOutputOptions(note, options);
 
   CLI::App* draw = app.add_subcommand("draw", "Draw a picture of a drawing, in SVG");
-  draw->add_option("INPUT", options.input, "the file to draw")->required()->type_name("FILE");
-  addFormOption(draw, "-f,--from", options.from, "form of the input: text or binary (default: by name)");
+  addInput(draw, options);
   draw->add_option("-o,--output", options.output, "the picture to write")->required()->type_name("FILE");
   draw->add_flag("-d,--debug-regions", options.regions, "also show where labels could go");
+
+  CLI::App* overlaps =
+      app.add_subcommand("overlaps", "Find nodes that overlap, and edges that cross other nodes");
+  addInput(overlaps, options);
+  overlaps->add_option("-m,--most", options.most, "how many of each to list (default: 20)")
+      ->check(CLI::NonNegativeNumber)
+      ->type_name("COUNT");
+
+  CLI::App* path = app.add_subcommand("path", "Find the shortest route along the edges");
+  addInput(path, options);
+  path->add_option("START", options.start, "title of the node where it starts")
+      ->required()
+      ->type_name("TITLE");
+  path->add_option("END", options.end, "title of the node where it ends")->required()->type_name("TITLE");
+  path->add_flag("-b,--both-ways", options.bothWays, "edges also lead from their target to their source");
+
+  CLI::App* order = app.add_subcommand("order", "List the nodes from top to bottom and left to right");
+  addInput(order, options);
+  order->add_option("-c,--compare", options.titles, "say only which of two nodes stands first")
+      ->expected(2)
+      ->type_name("TITLE");
 
   CLI::App* gallery = app.add_subcommand("gallery", "Draw the shapes with what they answer, in SVG");
   gallery->add_option("-o,--output", options.output, "the picture to write")->required()->type_name("FILE");
@@ -112,6 +140,11 @@ int run(int argc, char** argv) {
                    options.outputForm());
   }
   if (*draw) return drawFile(trace, options.input, options.inputForm(), options.output, options.regions);
+  if (*overlaps) return showOverlaps(trace, options.input, options.inputForm(), options.most);
+  if (*path) {
+    return showRoute(trace, options.input, options.inputForm(), options.start, options.end, options.bothWays);
+  }
+  if (*order) return showOrder(trace, options.input, options.inputForm(), options.titles);
   if (*gallery) return drawGallery(trace, options.output);
   return convertFile(trace, options.input, options.inputForm(), options.output, options.outputForm());
 }

@@ -100,6 +100,35 @@ NetBend* NetEdge::addBend() {
   return bend;
 }
 
+std::vector<ZVPoint> NetEdge::leads() const {
+  std::vector<ZVPoint> points;
+  forEach<NetBend>(bends, [&](NetBend* bend) { points.push_back(bend->point); });
+  if (points.size() < 2) points = {source->centre, target->centre};
+  return points;
+}
+
+std::vector<ZVPoint> NetEdge::line() const {
+  constexpr int PIECES = 8;
+  const std::vector<ZVPoint> points = leads();
+  if (!areCurves(points)) return points;
+  std::vector<ZVPoint> result = {points.front()};
+  for (size_t i = 0; i + 3 < points.size(); i += 3) {
+    for (int piece = 1; piece <= PIECES; ++piece) {
+      const double t = static_cast<double>(piece) / PIECES;
+      const double u = 1.0 - t;
+      const double weights[] = {u * u * u, 3 * u * u * t, 3 * u * t * t, t * t * t};
+      double x = 0.0;
+      double y = 0.0;
+      for (size_t k = 0; k < 4; ++k) {
+        x += weights[k] * points[i + k].x();
+        y += weights[k] * points[i + k].y();
+      }
+      result.push_back(ZVPoint(roundHalfUp(x), roundHalfUp(y)));
+    }
+  }
+  return result;
+}
+
 int NetEdge::vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject*, ZVOMLFile*) {
   switch (field->fieldIDIndex()) {
     case ZV_XKEY_FI_SOURCE:
@@ -157,6 +186,14 @@ ZVText* NetGraph::addNote(const std::string& text) {
   auto* note = new ZVText(text.c_str());
   notes.appendObject(note);
   return note;
+}
+
+NetNode* NetGraph::findNode(const std::string& nodeTitle) const {
+  for (ZVDListIter it(&nodes); it; ++it) {
+    auto* node = static_cast<NetNode*>(it.pObject());
+    if (node->title == nodeTitle) return node;
+  }
+  return nullptr;
 }
 
 int NetGraph::vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject*, ZVOMLFile*) {

@@ -6,6 +6,7 @@
 #define NETDRAW_NETMODEL_H
 
 #include <string>
+#include <vector>
 
 #include "utils/zvdlist.h"
 #include "utils/zvdlisti.h"
@@ -28,6 +29,7 @@ class NetObject : public ZVOMLObject {
   NetObject& operator=(const NetObject&) = delete;
 
   ZVOMLObject* pOwnerObject() override { return owner_; }
+  int32_t number() const { return number_; }
   void prepareIDForGraphFile(ZVIndexHashTable* table) override;
 
  private:
@@ -74,6 +76,12 @@ class NetEdge : public NetObject {
   ZVDList bends;
 
   NetBend* addBend();
+  // The points that lead the line: its bends, or the centres of its ends if it has less than two.
+  std::vector<ZVPoint> leads() const;
+  // Whether these are the control points of curves, three for each behind the first one.
+  static bool areCurves(const std::vector<ZVPoint>& leads) { return leads.size() % 3 == 1; }
+  // The line itself, curves in short straight pieces. REQUIRES, as of leads: both ends are set.
+  std::vector<ZVPoint> line() const;
 
   int vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVOMLFile* file) override;
   void vWriteFields(ZVOMLFile* file, int flag) override;
@@ -94,6 +102,8 @@ class NetGraph : public NetObject {
   NetNode* addNode();
   NetEdge* addEdge();
   ZVText* addNote(const std::string& text);
+  // The first node of that title, else null.
+  NetNode* findNode(const std::string& title) const;
   // The next number for an object of this graph.
   int32_t takeNumber() { return nextNumber_++; }
 

@@ -111,10 +111,8 @@ ZVPoint Picture::endOnOutline(const NetNode& node, const ZVPoint& last, const ZV
 
 void Picture::drawEdge(const NetEdge& edge) {
   if (!edge.source || !edge.target) return;
-  std::vector<ZVPoint> points;
-  forEach<NetBend>(edge.bends, [&](NetBend* bend) { points.push_back(bend->point); });
-  if (points.size() < 2) points = {edge.source->centre, edge.target->centre};
-  const bool smooth = points.size() % 3 == 1;
+  std::vector<ZVPoint> points = edge.leads();
+  const bool smooth = NetEdge::areCurves(points);
   if (!smooth) {
     dropHiddenBends(points, *edge.source, shapes_[edge.source->shape]);
     std::reverse(points.begin(), points.end());

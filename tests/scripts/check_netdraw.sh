@@ -76,6 +76,54 @@ read noted.omb as binary: code 0, 0 errors, 0 warnings
 write noted.oml as text: code 0, 0 errors, 0 warnings
 END
 
+# Four nodes in a row, one above the second, and one that lies on the last and in the way of e -> d. The edge
+# a -> d runs through b and c.
+cat >row.plain <<'END'
+graph 1 10 4
+node a 1 1 1 0.5 a solid box black white
+node b 3 1 1 0.5 b solid box black white
+node c 5 1 1 0.5 c solid box black white
+node d 7 1 1 0.5 d solid box black white
+node e 3 3 1 0.5 e solid box black white
+node f 7.4 1.2 1 0.5 f solid box black white
+edge a d 0 solid black
+edge a e 0 solid black
+edge e d 0 solid black
+edge b a 0 solid black
+stop
+END
+expect 0 '6 nodes, 4 edges' import row.plain -o row.omb
+expect 0 '--most' overlaps --help
+expect 0 '1 pairs of nodes overlap, 2 of 4 edges cross' overlaps row.omb
+expect 0 '"d" and "f" overlap' overlaps --from binary row.omb
+expect 0 '"a" -> "d" crosses "b"' overlaps row.omb --most 1
+expect 0 'and 1 more' overlaps -f binary row.omb -m 0
+expect 2 'most' overlaps row.omb -m -1
+expect 1 'cannot open' overlaps missing.oml
+
+expect 0 '--both-ways' path --help
+expect 0 '1 edges, 6.000 inches' path row.omb a d
+expect 0 '2 edges, 4.828 inches' path --from binary row.omb e b -b
+expect 1 'no route leads from "a" to "b"' path row.omb a b
+expect 0 '1 edges, 2.000 inches' path row.omb a b --both-ways
+expect 0 '0 edges, 0.000 inches' path row.omb f f
+expect 1 'holds no node "g"' path row.omb a g
+expect 2 'END' path row.omb a
+expect 1 'errors' path -f text row.omb a d
+
+expect 0 '--compare' order --help
+[ "$("$netdraw" order row.omb | tr '\n' ' ')" = "e f a b c d " ] || {
+  echo "the order is another one:"
+  "$netdraw" order row.omb
+  failures=$((failures + 1))
+}
+expect 0 '"f" stands before "a"' order -f binary row.omb -c f a
+expect 0 '"d" stands behind "c"' order row.omb --compare d c
+expect 0 '"d" stands in the place of "d"' order row.omb --compare d d
+expect 1 'holds no node' order row.omb -c a g
+expect 2 'compare' order row.omb -c a
+expect 1 'holds no drawing' order /dev/null
+
 cp new.omb unnamed
 expect 0 'written as text' convert -f binary unnamed -t text -o back.omb
 cmp new.oml back.omb || failures=$((failures + 1))

@@ -1,0 +1,170 @@
+// What netdraw finds in a drawing, against looking at everything.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include "examples/netdraw/netorder.h"
+#include "examples/netdraw/netover.h"
+#include "examples/netdraw/netroute.h"
+#include "utils/zvrect.h"
+
+namespace {
+
+// A drawing at random: nodes of very different sizes, straight edges, chains and curves, some from a node to
+// itself.
+class RandomDrawing {
+ public:
+  explicit RandomDrawing(unsigned seed) : random_(seed) {
+    const int32_t extent = 20 + below(1000);
+    const int32_t count = 1 + below(30);
+    for (int32_t i = 0; i < count; ++i) {
+      NetNode* node = graph.addNode();
+      nodes.push_back(node);
+      node->title = std::to_string(i);
+      node->centre.set(below(extent), below(extent));
+      node->size.width(below(i % 9 ? 40 : extent));
+      node->size.height(below(i % 7 ? 20 : extent));
+    }
+    for (int32_t i = below(40); i > 0; --i) {
+      NetEdge* edge = graph.addEdge();
+      edges.push_back(edge);
+      edge->source = any();
+      edge->target = any();
+      for (int32_t bends = below(3) ? 0 : below(8); bends > 0; --bends) {
+        edge->addBend()->point.set(below(extent), below(extent));
+      }
+    }
+  }
+  NetNode* any() { return nodes[static_cast<size_t>(below(static_cast<int32_t>(nodes.size())))]; }
+
+  NetGraph graph;
+  std::vector<NetNode*> nodes;
+  std::vector<NetEdge*> edges;
+
+ private:
+  int32_t below(int32_t limit) { return static_cast<int32_t>(random_() % static_cast<unsigned>(limit)); }
+
+  std::mt19937 random_;
+};
+
+bool shareArea(const NetNode* a, const NetNode* b) {
+  const ZVRect p(a->centre, a->size);
+  const ZVRect q(b->centre, b->size);
+  return std::max(p.left(), q.left()) < std::min(p.right(), q.right()) &&
+         std::max(p.bottom(), q.bottom()) < std::min(p.top(), q.top());
+}
+
+bool crosses(const NetEdge* edge, const NetNode* node) {
+  if (node == edge->source || node == edge->target) return false;
+  const ZVRect r(node->centre, node->size);
+  if (r.width() < 2 || r.height() < 2) return false;
+  const ZVRect inner(r.left() + 1, r.bottom() + 1, r.right() - 1, r.top() - 1);
+  const std::vector<ZVPoint> line = edge->line();
+  for (size_t i = 1; i < line.size(); ++i) {
+    if (inner.overlapsSegment(line[i - 1], line[i])) return true;
+  }
+  return false;
+}
+
+TEST(NetdrawOverlaps, AreThoseOfAllPairs) {
+  for (unsigned seed = 0; seed < 300; ++seed) {
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    RandomDrawing drawing(seed);
+    const Overlaps found = findOverlaps(drawing.graph);
+
+    decltype(found.nodes) pairs;
+    for (auto a = drawing.nodes.begin(); a != drawing.nodes.end(); ++a) {
+      for (auto b = a + 1; b != drawing.nodes.end(); ++b) {
+        if (shareArea(*a, *b)) pairs.emplace_back(*a, *b);
+      }
+    }
+    ASSERT_EQ(found.nodes, pairs);
+
+    std::vector<const NetEdge*> crossing;
+    for (const NetEdge* edge : drawing.edges) {
+      auto isCrossed = [&](const NetNode* node) { return crosses(edge, node); };
+      if (std::any_of(drawing.nodes.begin(), drawing.nodes.end(), isCrossed)) crossing.push_back(edge);
+    }
+    ASSERT_EQ(found.edges.size(), crossing.size());
+    for (size_t i = 0; i < crossing.size(); ++i) {
+      ASSERT_EQ(found.edges[i].first, crossing[i]);
+      ASSERT_TRUE(crosses(crossing[i], found.edges[i].second));
+    }
+  }
+}
+
+double lengthOf(const NetEdge* edge) {
+  double length = 0.0;
+  const std::vector<ZVPoint> line = edge->line();
+  for (size_t i = 1; i < line.size(); ++i) length += line[i - 1].distance(line[i]);
+  return length;
+}
+
+TEST(NetdrawRoute, IsNoLongerThanAnyOther) {
+  for (unsigned seed = 0; seed < 200; ++seed) {
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    RandomDrawing drawing(seed);
+    const bool bothWays = seed % 2;
+    const NetNode* from = drawing.any();
+    const NetNode* to = drawing.any();
+    // Distances by relaxing every edge as often as there are nodes.
+    constexpr double FAR = std::numeric_limits<double>::infinity();
+    std::vector<double> distance(drawing.nodes.size() + drawing.edges.size() + 1, FAR);
+    auto at = [&](const NetNode* node) -> double& { return distance[static_cast<size_t>(node->number())]; };
+    at(from) = 0.0;
+    for (size_t round = 0; round < drawing.nodes.size(); ++round) {
+      for (const NetEdge* edge : drawing.edges) {
+        const double length = lengthOf(edge);
+        at(edge->target) = std::min(at(edge->target), at(edge->source) + length);
+        if (bothWays) at(edge->source) = std::min(at(edge->source), at(edge->target) + length);
+      }
+    }
+    const Route route = findRoute(drawing.graph, *from, *to, bothWays);
+    ASSERT_EQ(route.found, at(to) < FAR);
+    if (!route.found) continue;
+    ASSERT_DOUBLE_EQ(route.length, at(to));
+    ASSERT_EQ(route.nodes.front(), from);
+    ASSERT_EQ(route.nodes.back(), to);
+    double length = 0.0;
+    for (size_t i = 1; i < route.nodes.size(); ++i) {
+      double step = FAR;
+      for (const NetEdge* edge : drawing.edges) {
+        const bool along = edge->source == route.nodes[i - 1] && edge->target == route.nodes[i];
+        const bool back = edge->target == route.nodes[i - 1] && edge->source == route.nodes[i];
+        if (along || (bothWays && back)) step = std::min(step, lengthOf(edge));
+      }
+      length += step;
+    }
+    ASSERT_DOUBLE_EQ(length, route.length);
+  }
+}
+
+TEST(NetdrawOrder, ReadsFromTopToBottomAndLeftToRight) {
+  for (unsigned seed = 0; seed < 100; ++seed) {
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    RandomDrawing drawing(seed);
+    drawing.nodes.back()->centre = drawing.nodes.front()->centre;
+    drawing.nodes.back()->size = drawing.nodes.front()->size;
+    std::vector<NetNode*> expected = drawing.nodes;
+    std::stable_sort(expected.begin(), expected.end(), [](const NetNode* a, const NetNode* b) {
+      const ZVRect p(a->centre, a->size);
+      const ZVRect q(b->centre, b->size);
+      return p.top() != q.top() ? p.top() > q.top() : p.left() < q.left();
+    });
+    const ReadingOrder order(drawing.graph);
+    std::vector<NetNode*> nodes;
+    forEach<NetNode>(order, [&](NetNode* node) { nodes.push_back(node); });
+    ASSERT_EQ(nodes, expected);
+    for (size_t i = 0; i < nodes.size(); ++i) {
+      for (size_t k = 0; k < nodes.size(); ++k) {
+        const int32_t rank = order.rank(*nodes[i], *nodes[k]);
+        ASSERT_EQ((rank > 0) - (rank < 0), (i > k) - (i < k));
+      }
+    }
+  }
+}
+
+}  // namespace
