@@ -140,6 +140,9 @@ TEST(MeasuredText, RemembersWhereTheNextLineBeginsAndCopiesOnlyTheFont) {
   text.cachedLineIndex(5);
   text.pCachedLineStart(text.pString() + 4);
   EXPECT_STREQ(text.line(5), "two");
+  text.cachedLineIndex(INT32_MAX);
+  text.pCachedLineStart(text.pString());
+  EXPECT_STREQ(text.line(INT32_MAX), "one");
 
   std::unique_ptr<ZVTextWithDim> copy(text.cloneObject());
   EXPECT_STREQ(copy->pString(), text.pString());

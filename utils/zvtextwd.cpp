@@ -105,7 +105,7 @@ char* ZVTextWithDim::line(int index) {
   std::memcpy(buffer, start, length);
   buffer[length] = '\0';
   if (start[length]) {
-    cachedLineIndex_ = index + 1;
+    cachedLineIndex_ = add32(index, 1);
     pCachedLineStart_ = start + length + 1;
   }
   delete[] std::exchange(pStringBuffer_, buffer);

@@ -3,7 +3,8 @@
 // The font is not owned and must outlive every measurement; without a font every measure is 0.
 // Measuring writes to the object (the line last given out, and where the next one begins), never to the text.
 // Every change of the text through an operation drops what is known of it; characters that were written in
-// place through pString are not seen, and whoever puts a line break there sets pCachedLineStart to null.
+// place through pString are not seen, and whoever makes or removes a line break there, or cuts the text
+// short, sets pCachedLineStart to null.
 // Cost: a walk over the lines in order is linear in the length of the text; a step back starts over.
 #ifndef ZV_ZVTEXTWD_H
 #define ZV_ZVTEXTWD_H
