@@ -204,7 +204,6 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZV_SHAPE_NO_COPY(ZVOMLFile)
   friend class ZVOMLSyntaxObject;
   friend class ZVOMLSyntaxField;
-  friend class ZVOMLExtension;
   friend class ZVOMLFileProbe;  // the tests look at tokens and pools through it
 
   // What the object id pool points to for an address: the nodes of both phases.
