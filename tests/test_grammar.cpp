@@ -11,7 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "utils/zvomlsta.h"
+#include "tests/support/files.h"
+#include "tests/support/rows.h"
+#include "tests/support/sections.h"
 #include "utils/zvstrpoo.h"
 
 // A grammar with everything open that files and the layers above see of it.
@@ -114,22 +116,6 @@ std::string describe(const Grammar& grammar, const char* type) {
   }
   return out.str();
 }
-
-// A definition table from one text, with a | between its rows.
-class Rows {
- public:
-  explicit Rows(const std::string& text) {
-    std::istringstream in(text);
-    for (std::string row; std::getline(in, row, '|');) rows_.push_back(row);
-    for (const std::string& row : rows_) table_.push_back(row.c_str());
-    table_.push_back(nullptr);
-  }
-  const char* const* table() const { return table_.data(); }
-
- private:
-  std::vector<std::string> rows_;
-  std::vector<const char*> table_;
-};
 
 TEST(Grammar, HashTablesAreSizedFromThePools) {
   Grammar standard(nullptr, nullptr, nullptr, nullptr);
@@ -237,7 +223,7 @@ TEST(Grammar, RowsCompile) {
   const char* types[] = {"node", "edge", nullptr};
   ZVOMLStaticVEStruct values[] = {{"a", 1}, {"b", 2}, {"c", 3}, {"d", 4}, {"e", 5}, {}};
   for (const auto& [rows, expected] : cases) {
-    Grammar grammar(types, nullptr, values, Rows(rows).table());
+    Grammar grammar(types, nullptr, values, Rows(rows, '|').table());
     EXPECT_EQ(describe(grammar, "t"), expected) << rows;
     for (ZVStringPool* pool : {grammar.pObjTypeIDPool(), grammar.pSectionIDPool(), grammar.pFieldIDPool()}) {
       EXPECT_EQ(pool->lookup(""), -1) << rows;
@@ -251,7 +237,7 @@ TEST(Grammar, FifteenthSubSectionAndNinthLevelAreRefusedWithTheirRows) {
   rows += "|F after I|}|O u";
   for (int i = 1; i <= 10; ++i) rows.append("|S d").append(std::to_string(i));
   rows += "|F lost I|}|}|F found I R|}|F above I";
-  Grammar grammar(nullptr, nullptr, nullptr, Rows(rows).table());
+  Grammar grammar(nullptr, nullptr, nullptr, Rows(rows, '|').table());
 
   const ZVOMLDefObjType* wide = grammar.definition("t");
   EXPECT_EQ(oldestFirst(wide->pSectionList()).size(), 14U);
@@ -299,11 +285,6 @@ TEST(Grammar, CallsBuildWhatRowsBuild) {
   EXPECT_EQ(g.installObjTypeID(nullptr, nullptr, nullptr, nullptr, nullptr), nullptr);
 }
 
-std::string contentOf(const char* path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
 TEST(Grammar, WritesTheIndicesOfItsNames) {
   const char* types[] = {"graph", nullptr};
   const char* sections[] = {"layout", nullptr};
@@ -311,7 +292,7 @@ TEST(Grammar, WritesTheIndicesOfItsNames) {
   const char* rows[] = {"O graph", "F width I", nullptr};
   Grammar grammar(types, sections, values, rows);
   ASSERT_EQ(grammar.writeIndexDefinitions("indices.h"), ZV_FILE_OK);
-  EXPECT_EQ(contentOf("indices.h"),
+  EXPECT_EQ(readFile("indices.h"),
             "\r\n/* Coding of fields */\r\n\r\n"
             "#define ZV_XKEY_FI_ID 4\r\n#define ZV_XKEY_FI_NAME 5\r\n#define "
             "ZV_XKEY_FI_FIELD 6\r\n"
@@ -337,36 +318,6 @@ TEST(Grammar, AChainOfAMillionValuesIsFreed) {
   EXPECT_EQ(field.pValueIDIndexList()->index, 999999);
   EXPECT_EQ(ZVOMLDefField().fieldType(), ZV_FIELD_NONE);
   EXPECT_EQ(ZVOMLDefField().objTypeIDIndex(), -1);
-}
-
-uint64_t digit(uint64_t path, int level) { return path >> 4 * level & 15; }
-
-int depthOf(uint64_t path) {
-  int depth = 8;
-  while (depth > 0 && digit(path, depth - 1) == 0) --depth;
-  return depth;
-}
-
-bool matches(uint64_t path, uint64_t pattern) {
-  bool equal = depthOf(path) == depthOf(pattern);
-  for (int level = 0; level < depthOf(path); ++level) {
-    equal = equal && (digit(pattern, level) == 15 || digit(pattern, level) == digit(path, level));
-  }
-  return equal;
-}
-
-// All sections below, depth first with the newest sibling first; checks their numbers.
-template <class Definition>
-std::vector<ZVOMLDefSection*> sectionsBelow(const Definition& parent, uint32_t path) {
-  std::vector<ZVOMLDefSection*> result;
-  uint32_t count = static_cast<uint32_t>(oldestFirst(parent.pSectionList()).size());
-  for (ZVOMLDefSection* section = parent.pSectionList(); section; section = section->pNext()) {
-    EXPECT_EQ(section->sectionPathIndex(), path | count-- << 4 * depthOf(path));
-    result.push_back(section);
-    const std::vector<ZVOMLDefSection*> below = sectionsBelow(*section, section->sectionPathIndex());
-    result.insert(result.end(), below.begin(), below.end());
-  }
-  return result;
 }
 
 // The path of the only section of that name, else 0.

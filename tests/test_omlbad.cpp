@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "support/omlprobe.h"
-#include "support/omlsample.h"
+#include "tests/support/omlprobe.h"
+#include "tests/support/omlsample.h"
 #include "utils/zvomlobj.h"
 
 namespace {

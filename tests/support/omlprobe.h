@@ -3,20 +3,14 @@
 #define ZV_TESTS_OMLPROBE_H
 
 #include <cstdio>
-#include <fstream>
 #include <string>
 
+#include "tests/support/files.h"
 #include "utils/zvomlbva.h"
 #include "utils/zvomlint.h"
 #include "utils/zvomlsta.h"
 #include "utils/zvomlsyn.h"
 #include "utils/zvstrpoo.h"
-
-// A new file: overwriting one that exists makes some file systems wait for the disk.
-inline void writeFile(const std::string& path, const std::string& text) {
-  std::remove(path.c_str());
-  std::ofstream(path, std::ios::binary) << text;
-}
 
 class ZVOMLFileProbe : public ZVOMLFile {
  public:

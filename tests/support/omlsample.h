@@ -3,26 +3,8 @@
 #define ZV_TESTS_OMLSAMPLE_H
 
 #include <memory>
-#include <string>
-#include <vector>
 
-#include "utils/zvomlsta.h"
-
-// Compiles rows that stand in one text, each ended by a semicolon.
-inline std::unique_ptr<ZVOMLStatic> compileRows(const char* const* types, const char* const* sections,
-                                                const ZVOMLStaticVEStruct* values, const std::string& text,
-                                                int32_t poolSize = 64) {
-  std::vector<std::string> rows;
-  for (size_t start = 0, end; (end = text.find(';', start)) != std::string::npos; start = end + 1) {
-    rows.push_back(text.substr(start, end - start));
-  }
-  std::vector<const char*> table;
-  table.reserve(rows.size() + 1);
-  for (const std::string& row : rows) table.push_back(row.c_str());
-  table.push_back(nullptr);
-  return std::make_unique<ZVOMLStatic>(types, sections, values, table.data(), poolSize, poolSize, poolSize,
-                                       poolSize, poolSize, poolSize);
-}
+#include "tests/support/rows.h"
 
 inline ZVOMLStatic& sampleGrammar() {
   static constexpr const char* TYPES[] = {"graph", "node", "edge", "point", "strict", nullptr};
