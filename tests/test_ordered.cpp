@@ -152,6 +152,7 @@ class HeapModel {
 
   void removeAs(ZVBinHeapCell* (ZVBinHeap::*remove)(), size_t i) {
     ASSERT_EQ((heap_.*remove)(), cells_[i]);
+    ASSERT_TRUE(!cells_[i]->pParent() && !cells_[i]->pLeftChild() && !cells_[i]->pRightChild());
     delete cells_[i];
     removeFromModel(i);
   }
@@ -330,24 +331,14 @@ class TreeModel {
     int end = lastPlace(*cells_) + 1;
     int kind = random_.below(5);
     const int targets[] = {place + 1, end, 0, place < 0 ? end : place + 1, std::max(place, 0)};
-    Cell* cell;
-    if (random_.below(2)) {
-      auto* made = new Cell(object, random_.below(3));
-      Cell* results[] = {nullptr, nullptr, nullptr, nullptr, nullptr};
-      if (kind == 0) results[0] = tree_->insertCell(at, made);
-      if (kind == 1) results[1] = tree_->appendCell(made);
-      if (kind == 2) results[2] = tree_->prependCell(made);
-      if (kind == 3) results[3] = tree_->insertAfter(at, made);
-      if (kind == 4) results[4] = tree_->insertBefore(at, made);
-      cell = results[kind];
-      ASSERT_EQ(cell, made);
-    } else {
-      cell = kind == 0   ? tree_->addObject(at, object)
-             : kind == 1 ? tree_->appendObject(object)
-             : kind == 2 ? tree_->prependObject(object)
-             : kind == 3 ? tree_->addAfter(at, object)
-                         : tree_->addBefore(at, object);
-    }
+    auto* made = random_.below(2) ? new Cell(object, random_.below(3)) : nullptr;
+    Cell* cell = kind == 0   ? made ? tree_->insertCell(at, made) : tree_->addObject(at, object)
+                   : kind == 1 ? made ? tree_->appendCell(made) : tree_->appendObject(object)
+                   : kind == 2 ? made ? tree_->prependCell(made) : tree_->prependObject(object)
+                   : kind == 3 ? made ? tree_->insertAfter(at, made) : tree_->addAfter(at, object)
+                   : made ? tree_->insertBefore(at, made)
+                             : tree_->addBefore(at, object);
+    ASSERT_TRUE(!made || cell == made);
     ASSERT_EQ(tree_->insertCell(at, nullptr), nullptr);
     ASSERT_EQ(cell->pObject(), object);
     cells_->insert(cells_->begin() + targets[kind], cell);
@@ -520,13 +511,33 @@ TEST(BinTree, RecoloursAndRotatesInTheToldOrder) {
   EXPECT_EQ(shape(tree, tree.pRoot()), "4b");
   EXPECT_EQ(tree.pRoot()->pParent(), nullptr);
 
-  // A tree of another type has any shape, and can still be told to be balanced from now on.
-  ZVBinTree plain(0);
-  for (int i = 1; i <= 8; ++i) plain.appendObject(&numbers[i]);
-  EXPECT_EQ(TreeWalk(plain).deepest, 8);
-  plain.copyAttributes(&tree);
-  while (plain.length() > 0) plain.discardCell(plain.pCellInPosition((plain.length() + 1) / 2));
-  EXPECT_EQ(plain.pRoot(), nullptr);
+  // Of two red children of the sibling the outer one decides.
+  for (bool appends : {true, false}) {
+    ZVBinTree five;
+    for (int i = 1; i <= 5; ++i)
+      appends ? five.appendObject(&numbers[i]) : five.prependObject(&numbers[6 - i]);
+    five.discardCell(appends ? five.pFirstCell() : five.pLastCell());
+    EXPECT_EQ(shape(five, five.pRoot()), appends ? "4b(2b(- 3r) 5b)" : "2b(1b 4b(3r -))");
+  }
+}
+
+TEST(BinTree, StaysAListWhereColoursAndShapeDoNotFit) {
+  for (int colour = 0; colour <= 2; ++colour) {
+    ZVBinTree tree(0);
+    for (int i = 1; i <= 20; ++i) tree.appendObject(nullptr);
+    EXPECT_EQ(TreeWalk(tree).deepest, 20);
+    // From now on it is told to be balanced.
+    tree.copyAttributes(std::make_unique<ZVBinTree>().get());
+    for (ZVDListIter it(&tree); it; ++it)
+      it.pCell()->copyAttributes(std::make_unique<Cell>(nullptr, colour).get());
+    for (int step = 0; tree.length() > 0; ++step) {
+      tree.discardCell(tree.pCellInPosition((tree.length() + 1) / (1 + step % 3)));
+      if (step % 4 == 0) tree.addObject(tree.pRoot(), nullptr);
+      TreeWalk walk(tree);
+      ASSERT_STREQ(threadFault(tree, walk.cells), nullptr);
+    }
+    EXPECT_EQ(tree.pRoot(), nullptr);
+  }
 }
 
 TEST(BinTree, StaysFlatHoweverItGrows) {
@@ -738,6 +749,14 @@ TEST(SweepLine, AnswersForNeighboursAndKeepsEqualsByAddress) {
     EXPECT_EQ(line->pPreceedingSegment(&absent), nullptr);
     EXPECT_EQ(line->pSucceedingSegment(&absent), nullptr);
   }
+  // A deep copy asks the same sweep.
+  ZVSegSortedBinTree deep;
+  deep = tree;
+  absent.value(9);
+  deep.addObject(&absent);
+  EXPECT_EQ(deep.pPreceedingSegment(&absent), deep.pObjectInPosition(40));
+  delete deep.searchAndRemoveObject(&absent);
+  deep.deleteAllCellsAndObjects();
 }
 
 // What deep and attribute copies of a container with four counted objects and a null do.
@@ -764,20 +783,23 @@ void checkCopies(Container& source, Container& target, const int& live) {
   EXPECT_EQ(live + source.length(), 0);
 }
 
-// Copies of a cell have no links, and those it had stay in place.
-template <class C>
-void checkCellCopies(C* root, C* leaf) {
-  C deep(*root);
+// Copies of a cell have what it weighs, but no links, and those that a target had stay in place.
+template <class C, class Weight>
+void checkCellCopies(C* root, C* leaf, Weight weight) {
+  C deep(*leaf);
   std::unique_ptr<ZVObject> clone(deep.pObject());
-  C shared(*root, ZV_ATTRIBUTE_COPY);
-  EXPECT_NE(deep.pObject(), root->pObject());
-  EXPECT_EQ(shared.pObject(), root->pObject());
+  C shared(*leaf, ZV_ATTRIBUTE_COPY);
+  EXPECT_NE(deep.pObject(), leaf->pObject());
+  EXPECT_EQ(shared.pObject(), leaf->pObject());
+  ASSERT_NE(weight(root), weight(leaf));
   for (const C* cell : {&deep, &shared}) {
     EXPECT_TRUE(!cell->pLeftChild() && !cell->pRightChild() && !cell->pParent() && !cell->pNextCell());
+    EXPECT_EQ(weight(cell), weight(leaf));
   }
-  leaf->copyAttributes(&shared);
-  EXPECT_EQ(leaf->pObject(), root->pObject());
-  EXPECT_EQ(leaf->pParent(), root);
+  root->copyAttributes(&shared);
+  EXPECT_EQ(root->pObject(), leaf->pObject());
+  EXPECT_EQ(weight(root), weight(leaf));
+  EXPECT_TRUE(leaf->pParent() == root && root->pNextCell() == leaf);
 }
 
 TEST(OrderedContainers, CopiesCloneTheObjectsOrComeOutEmpty) {
@@ -801,20 +823,17 @@ TEST(OrderedContainers, CopiesCloneTheObjectsOrComeOutEmpty) {
     checkCopies(tree, target, live);
     EXPECT_EQ(target.binTreeType(), 1);
     EXPECT_EQ(target.pRoot(), nullptr);
+    EXPECT_EQ(target.sizeOf(), static_cast<int32_t>(sizeof(ZVBinTree)) + target.pNil()->sizeOf());
     EXPECT_EQ(std::unique_ptr<ZVBinTree>(ZVBinTree(7).cloneAttributes())->binTreeType(), 7);
+    EXPECT_EQ(std::unique_ptr<ZVBinTree>(ZVBinTree(7).cloneObject())->binTreeType(), 7);
   }
   ZVInt number(7);
   ZVBinHeap heap;
-  heap.addObject(&number, 1);
-  ZVBinHeapCell* heapLeaf = heap.addObject(nullptr, 2);
-  checkCellCopies(heap.pMinCell(), heapLeaf);
-  EXPECT_EQ(heapLeaf->value(), 1);
+  heap.addObject(nullptr, 1);
+  checkCellCopies(heap.pMinCell(), heap.addObject(&number, 2), [](auto* cell) { return cell->value(); });
   ZVBinTree tree;
-  tree.appendObject(&number);
-  Cell* treeLeaf = tree.appendObject(nullptr);
-  EXPECT_TRUE(isRed(treeLeaf));
-  checkCellCopies(tree.pRoot(), treeLeaf);
-  EXPECT_FALSE(isRed(treeLeaf));
+  tree.appendObject(nullptr);
+  checkCellCopies(tree.pRoot(), tree.appendObject(&number), [](auto* cell) { return isRed(cell); });
 }
 
 }  // namespace

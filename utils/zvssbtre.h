@@ -2,7 +2,8 @@
 // segment.
 //
 // Segments stand by their other-start coordinate, which the sweep tells, and of equal ones by their
-// addresses: no two tie, so every search is exact.
+// addresses: no two tie, so every search is exact. Only in a deep copy, which keeps the source's order,
+// clones with equal coordinates may stand against their addresses, and a search may miss them.
 #ifndef ZV_ZVSSBTRE_H
 #define ZV_ZVSSBTRE_H
 
@@ -18,7 +19,8 @@ class ZV_EXPORT ZVSegSortedBinTree : public ZVSortedBinTree {
   // REQUIRES: the sweep is not null once there are two segments.
   explicit ZVSegSortedBinTree(ZVSweep* sweep = nullptr) : sweep_(sweep) {}
 
-  // The segment next to the given one; null if there is none or the given one is not in the tree.
+  // The segment next to the given one; null if there is none or the given one is not in the tree. REQUIRES:
+  // segment is not null.
   ZVObject* pPreceedingSegment(ZVObject* segment) const;
   ZVObject* pSucceedingSegment(ZVObject* segment) const;
 
