@@ -1,8 +1,25 @@
 #include "utils/zvbheap.h"
 
-#include <utility>
-
 ZV_DEFINE_FULL(ZVBinHeap, ZVDList)
+
+namespace {
+
+// From this length on the cells overflow the near caches, and are asked for before they are needed.
+constexpr int32_t FAR_LENGTH = 4096;
+
+void fetch(const ZVBinHeapCell* cell) {
+  if (!cell) return;
+  __builtin_prefetch(cell);
+  __builtin_prefetch(reinterpret_cast<const char*>(cell + 1) - 1);
+}
+
+void fetchChildren(const ZVBinHeapCell* cell) {
+  if (!cell) return;
+  fetch(cell->pLeftChild());
+  fetch(cell->pRightChild());
+}
+
+}  // namespace
 
 ZVBinHeapCell* ZVBinHeap::addObject(ZVObject* object, int32_t value) {
   return insertCell(new ZVBinHeapCell(object, value));
@@ -28,6 +45,10 @@ ZVBinHeapCell* ZVBinHeap::insertCell(ZVBinHeapCell* cell) {
 
 void ZVBinHeap::changeValue(ZVBinHeapCell* cell, int32_t value) {
   if (!cell) return;
+  if (length() >= FAR_LENGTH) {
+    fetch(cell->pParent());
+    fetchChildren(cell);
+  }
   cell->value(value);
   heapify(cell);
   bubbleUp(cell);
@@ -99,35 +120,104 @@ void ZVBinHeap::copyAllCellsAndObjects(const ZVBinHeap* source) {
 }
 
 int32_t ZVBinHeap::virtualCompare(ZVBinHeapCell* cell1, ZVBinHeapCell* cell2) {
-  return (cell1->value() > cell2->value()) - (cell1->value() < cell2->value());
+  if (cell1->value() < cell2->value()) return -1;
+  return cell1->value() > cell2->value();
 }
 
 void ZVBinHeap::swapPosition(ZVBinHeapCell* cell1, ZVBinHeapCell* cell2) {
   if (cell1 == cell2) return;
-  if (cell1->pParent() == cell2) std::swap(cell1, cell2);
-  ZVDList::swapPosition(cell1, cell2);
-  if (addChildrenPlace_ == cell1) {
-    pAddChildrenPlace(cell2);
-  } else if (addChildrenPlace_ == cell2) {
-    pAddChildrenPlace(cell1);
-  }
-  ZVBinHeapCell::exchangeTreeLinks(cell1, cell2);
+  ZVBinHeapCell* const attachment = addChildrenPlace_;
+  Place place1 = placeOf(cell1);
+  Place place2 = placeOf(cell2);
+  place1.replace(cell2, cell1);
+  place2.replace(cell1, cell2);
+  occupy(place2, cell1);
+  occupy(place1, cell2);
+  if (attachment == cell1) pAddChildrenPlace(cell2);
+  if (attachment == cell2) pAddChildrenPlace(cell1);
 }
 
+// The cells of the way take the free place above them one by one, and cell takes the last one. On a way only
+// the root and its left child are neighbours in the list.
 void ZVBinHeap::heapify(ZVBinHeapCell* cell) {
+  const bool isFar = length() >= FAR_LENGTH;
+  ZVBinHeapCell* const attachment = addChildrenPlace_;
+  ZVBinHeapCell* leaver = cell;
+  Place free = placeOf(cell);
   while (true) {
+    if (isFar) {
+      fetchChildren(free.left);
+      fetchChildren(free.right);
+    }
     ZVBinHeapCell* smallest = cell;
-    ZVBinHeapCell* left = cell->pLeftChild();
-    ZVBinHeapCell* right = cell->pRightChild();
-    if (left && virtualCompare(left, smallest) < 0) smallest = left;
-    if (right && virtualCompare(right, smallest) < 0) smallest = right;
-    if (smallest == cell) return;
-    swapPosition(cell, smallest);
+    if (free.left && virtualCompare(free.left, smallest) < 0) smallest = free.left;
+    if (free.right && virtualCompare(free.right, smallest) < 0) smallest = free.right;
+    if (smallest == cell) break;
+    Place below = placeOf(smallest);
+    below.parent = smallest;
+    below.side = smallest == free.right ? ZVBinHeapCell::RIGHT : ZVBinHeapCell::LEFT;
+    if (free.next == smallest) {
+      free.next = cell;
+      below.previous = smallest;
+    }
+    hang(free, smallest);
+    smallest->adopt(ZVBinHeapCell::opposite(below.side), smallest == free.right ? free.left : free.right);
+    if (leaver == attachment) pAddChildrenPlace(smallest);
+    leaver = smallest;
+    free = below;
   }
+  if (leaver == cell) return;
+  occupy(free, cell);
+  if (leaver == attachment) pAddChildrenPlace(cell);
 }
 
 void ZVBinHeap::bubbleUp(ZVBinHeapCell* cell) {
-  while (cell->pParent() && virtualCompare(cell->pParent(), cell) > 0) swapPosition(cell->pParent(), cell);
+  if (!cell->pParent() || virtualCompare(cell->pParent(), cell) <= 0) return;
+  ZVBinHeapCell* const attachment = addChildrenPlace_;
+  ZVBinHeapCell* leaver = cell;
+  Place free = placeOf(cell);
+  do {
+    ZVBinHeapCell* parent = free.parent;
+    Place above = placeOf(parent);
+    free.parent = cell;
+    (free.side == ZVBinHeapCell::LEFT ? above.left : above.right) = parent;
+    if (above.next == leaver) {
+      above.next = parent;
+      free.previous = cell;
+    }
+    occupy(free, parent);
+    if (leaver == attachment) pAddChildrenPlace(parent);
+    leaver = parent;
+    free = above;
+  } while (free.parent && virtualCompare(free.parent, cell) > 0);
+  occupy(free, cell);
+  if (leaver == attachment) pAddChildrenPlace(cell);
+}
+
+ZVBinHeap::Place ZVBinHeap::placeOf(const ZVBinHeapCell* cell) {
+  return {cell->pPreviousCell(), cell->pNextCell(),   cell->pParent(),
+          cell->pLeftChild(),    cell->pRightChild(), cell->side()};
+}
+
+void ZVBinHeap::Place::replace(const ZVBinHeapCell* cell, ZVBinHeapCell* other) {
+  if (previous == cell) previous = other;
+  if (next == cell) next = other;
+  if (parent == cell) parent = other;
+  if (left == cell) left = other;
+  if (right == cell) right = other;
+}
+
+void ZVBinHeap::hang(const Place& place, ZVBinHeapCell* cell) {
+  join(place.previous, cell);
+  join(cell, place.next);
+  cell->pParent(place.parent);
+  if (place.parent) place.parent->child(place.side, cell);
+}
+
+void ZVBinHeap::occupy(const Place& place, ZVBinHeapCell* cell) {
+  hang(place, cell);
+  cell->adopt(ZVBinHeapCell::LEFT, place.left);
+  cell->adopt(ZVBinHeapCell::RIGHT, place.right);
 }
 
 void ZVBinHeap::recursiveDebugOutput(const ZVBinHeapCell*, int) const {}

@@ -67,10 +67,27 @@ class ZV_EXPORT ZVBinHeap : public ZVDList {
 
   // Exchanges the places of two cells in list and tree.
   void swapPosition(ZVBinHeapCell* cell1, ZVBinHeapCell* cell2);
-  // Lets cell sink below the children that come before it.
+  // Lets cell sink below the children that come before it, as if by one swapPosition for each of them.
   void heapify(ZVBinHeapCell* cell);
-  // Lets cell rise above the parents that come after it.
+  // The same upward, above the parents that come after it.
   void bubbleUp(ZVBinHeapCell* cell);
+
+  // A place in list and tree by its neighbours there.
+  struct Place {
+    // Enters other where cell is a neighbour.
+    void replace(const ZVBinHeapCell* cell, ZVBinHeapCell* other);
+
+    ZVDListCell* previous;
+    ZVDListCell* next;
+    ZVBinHeapCell* parent;
+    ZVBinHeapCell* left;
+    ZVBinHeapCell* right;
+    ZVBinHeapCell::Side side;
+  };
+  static Place placeOf(const ZVBinHeapCell* cell);
+  // Puts cell there, with or without the children of the place.
+  void occupy(const Place& place, ZVBinHeapCell* cell);
+  void hang(const Place& place, ZVBinHeapCell* cell);
   // Do nothing; a hook for the layers above.
   void recursiveDebugOutput(const ZVBinHeapCell* cell, int level) const;
 

@@ -10,26 +10,23 @@ int32_t ZVBinTree::compare(const ZVBinTreeCell* cell1, const ZVBinTreeCell* cell
   ZVBinTreeCell* walker2 = ZVBinTreeCell::castDown(cell2);
   ZVBinTreeCell* from1 = nullptr;
   ZVBinTreeCell* from2 = nullptr;
-  int32_t result = 0;
   // The lowest common ancestor is the first cell that a walker finds marked by the other.
-  while (walker1 || walker2) {
-    bool marks = walker1 && walker2;
-    if (walker1) {
-      if (walker1->visited()) {
-        result = walker1->pLeftChild() == from1 ? -1 : 1;
-        break;
-      }
-      if (marks) walker1->visited(1);
-      from1 = std::exchange(walker1, walker1->pParent());
-    }
-    if (walker2) {
-      if (walker2->visited()) {
-        result = walker2->pRightChild() == from2 ? -1 : 1;
-        break;
-      }
-      if (marks) walker2->visited(1);
-      from2 = std::exchange(walker2, walker2->pParent());
-    }
+  while (walker1 && walker2 && !walker1->visited()) {
+    walker1->visited(1);
+    from1 = std::exchange(walker1, walker1->pParent());
+    if (walker2->visited()) break;
+    walker2->visited(1);
+    from2 = std::exchange(walker2, walker2->pParent());
+  }
+  // Where one has run off the root, the other goes on alone, without marking.
+  while (walker1 && !walker2 && !walker1->visited()) from1 = std::exchange(walker1, walker1->pParent());
+  while (walker2 && !walker1 && !walker2->visited()) from2 = std::exchange(walker2, walker2->pParent());
+  // No more than one of them stands on a marked cell.
+  int32_t result = 0;
+  if (walker1 && walker1->visited()) {
+    result = walker1->pLeftChild() == from1 ? -1 : 1;
+  } else if (walker2 && walker2->visited()) {
+    result = walker2->pRightChild() == from2 ? -1 : 1;
   }
   clearVisited(ZVBinTreeCell::castDown(cell1));
   clearVisited(ZVBinTreeCell::castDown(cell2));
@@ -65,11 +62,17 @@ ZVBinTreeCell* ZVBinTree::insertCell(ZVBinTreeCell* after, ZVBinTreeCell* cell) 
 
 ZVBinTreeCell* ZVBinTree::removeCell(ZVBinTreeCell* cell) {
   if (!cell) return nullptr;
-  if (cell->pLeftChild() != pNil() && cell->pRightChild() != pNil()) swapPosition(cell, nextOf(cell));
+  ZVDList::removeCell(cell);
+  if (cell->pLeftChild() != pNil() && cell->pRightChild() != pNil()) {
+    // What swapPosition of the cell and its successor would leave, the list links of the cell included.
+    ZVBinTreeCell* successor = nextOf(cell);
+    exchangeInTree(cell, successor);
+    cell->pPrevDListCell(successor);
+    cell->pNextDListCell(successor->pNextCell());
+  }
   ZVBinTreeCell* below = cell->pLeftChild() != pNil() ? cell->pLeftChild() : cell->pRightChild();
   below->pParent(cell->pParent());
   replaceBelowParent(cell, below);
-  ZVDList::removeCell(cell);
   if (binTreeType_ == 1 && cell->isBlack()) removeRedBlackFixup(below);
   return cell;
 }
@@ -88,12 +91,32 @@ void ZVBinTree::swapPosition(ZVBinTreeCell* cell1, ZVBinTreeCell* cell2) {
   if (cell1 == cell2) return;
   if (cell1->pParent() == cell2) std::swap(cell1, cell2);
   ZVDList::swapPosition(cell1, cell2);
-  bool red1 = cell1->isRed();
+  exchangeInTree(cell1, cell2);
+}
+
+void ZVBinTree::exchangeInTree(ZVBinTreeCell* cell1, ZVBinTreeCell* cell2) {
+  const bool red1 = cell1->isRed();
   cell2->isRed() ? cell1->makeRed() : cell1->makeBlack();
   red1 ? cell2->makeRed() : cell2->makeBlack();
-  ZVBinTreeCell::exchangeTreeLinks(cell1, cell2);
-  if (!cell1->pParent()) pRoot(cell1);
-  if (!cell2->pParent()) pRoot(cell2);
+
+  ZVBinTreeCell* parent1 = cell1->pParent();
+  ZVBinTreeCell* parent2 = cell2->pParent();
+  const Side side1 = cell1->side();
+  const Side side2 = cell2->side();
+  ZVBinTreeCell* left = cell1->pLeftChild();
+  ZVBinTreeCell* right = cell1->pRightChild();
+  if (parent2 == cell1) {
+    parent2 = cell2;
+    (side2 == ZVBinTreeCell::LEFT ? left : right) = cell1;
+  }
+  cell1->adopt(ZVBinTreeCell::LEFT, cell2->pLeftChild());
+  cell1->adopt(ZVBinTreeCell::RIGHT, cell2->pRightChild());
+  cell2->adopt(ZVBinTreeCell::LEFT, left);
+  cell2->adopt(ZVBinTreeCell::RIGHT, right);
+  cell1->pParent(parent2);
+  cell2->pParent(parent1);
+  parent1 ? parent1->child(side1, cell2) : pRoot(cell2);
+  parent2 ? parent2->child(side2, cell1) : pRoot(cell1);
 }
 
 int ZVBinTree::reverse() {
@@ -144,70 +167,66 @@ void ZVBinTree::replaceBelowParent(ZVBinTreeCell* cell, ZVBinTreeCell* other) {
   }
 }
 
-template <ZVBinTree::Side side>
-void ZVBinTree::rotate(ZVBinTreeCell* cell) {
-  ZVBinTreeCell* raised = child<opposite(side)>(cell);
+void ZVBinTree::rotate(ZVBinTreeCell* cell, Side side) {
+  const Side other = ZVBinTreeCell::opposite(side);
+  ZVBinTreeCell* raised = cell->child(other);
   if (raised == pNil()) return;
-  ZVBinTreeCell* passed = child<side>(raised);
-  child<opposite(side)>(cell, passed);
-  passed->pParent(cell);
+  cell->adopt(other, raised->child(side));
   replaceBelowParent(cell, raised);
   raised->pParent(cell->pParent());
-  child<side>(raised, cell);
-  cell->pParent(raised);
+  raised->adopt(side, cell);
 }
 
-void ZVBinTree::leftRotate(ZVBinTreeCell* cell) { rotate<LEFT>(cell); }
+void ZVBinTree::leftRotate(ZVBinTreeCell* cell) { rotate(cell, ZVBinTreeCell::LEFT); }
 
-void ZVBinTree::rightRotate(ZVBinTreeCell* cell) { rotate<RIGHT>(cell); }
+void ZVBinTree::rightRotate(ZVBinTreeCell* cell) { rotate(cell, ZVBinTreeCell::RIGHT); }
 
 void ZVBinTree::insertRedBlackFixup(ZVBinTreeCell* cell) {
-  // At the start: a colour that rises to the root leaves it red until the next insertion.
+  // At the start: a red that rises to the root stays there until the next insertion.
   root_->makeBlack();
   while (cell) {
     ZVBinTreeCell* parent = cell->pParent();
     if (!parent || !parent->isRed() || parent == root_) return;
-    ZVBinTreeCell* grandparent = parent->pParent();
-    cell = parent == grandparent->pLeftChild() ? insertFixupStep<LEFT>(cell, parent, grandparent)
-                                               : insertFixupStep<RIGHT>(cell, parent, grandparent);
+    cell = insertFixupStep(cell, parent, parent->pParent());
   }
 }
 
-template <ZVBinTree::Side side>
 ZVBinTreeCell* ZVBinTree::insertFixupStep(ZVBinTreeCell* cell, ZVBinTreeCell* parent,
                                           ZVBinTreeCell* grandparent) {
-  ZVBinTreeCell* uncle = child<opposite(side)>(grandparent);
+  const Side side = grandparent->pLeftChild() == parent ? ZVBinTreeCell::LEFT : ZVBinTreeCell::RIGHT;
+  const Side other = ZVBinTreeCell::opposite(side);
+  ZVBinTreeCell* uncle = grandparent->child(other);
   grandparent->makeRed();
   if (uncle->isRed()) {
     parent->makeBlack();
     uncle->makeBlack();
     return grandparent;
   }
-  if (cell == child<opposite(side)>(parent)) {
-    rotate<side>(parent);
+  if (cell == parent->child(other)) {
+    rotate(parent, side);
     parent = cell;
   }
   parent->makeBlack();
-  rotate<opposite(side)>(grandparent);
+  rotate(grandparent, other);
   return nullptr;
 }
 
 void ZVBinTree::removeRedBlackFixup(ZVBinTreeCell* cell) {
   while (cell->pParent() && cell->isBlack()) {
     ZVBinTreeCell* parent = cell->pParent();
-    cell = cell == parent->pLeftChild() ? removeFixupStep<LEFT>(parent) : removeFixupStep<RIGHT>(parent);
+    cell = removeFixupStep(parent, cell == parent->pLeftChild() ? ZVBinTreeCell::LEFT : ZVBinTreeCell::RIGHT);
   }
   cell->makeBlack();
 }
 
-template <ZVBinTree::Side side>
-ZVBinTreeCell* ZVBinTree::removeFixupStep(ZVBinTreeCell* parent) {
-  ZVBinTreeCell* sibling = child<opposite(side)>(parent);
+ZVBinTreeCell* ZVBinTree::removeFixupStep(ZVBinTreeCell* parent, Side side) {
+  const Side other = ZVBinTreeCell::opposite(side);
+  ZVBinTreeCell* sibling = parent->child(other);
   if (sibling->isRed()) {
     sibling->makeBlack();
     parent->makeRed();
-    rotate<side>(parent);
-    sibling = child<opposite(side)>(parent);
+    rotate(parent, side);
+    sibling = parent->child(other);
   }
   // Only a tree that grew with another binTreeType, or whose cells were coloured by hand, lacks the sibling.
   if (sibling == pNil()) return parent;
@@ -215,16 +234,16 @@ ZVBinTreeCell* ZVBinTree::removeFixupStep(ZVBinTreeCell* parent) {
     sibling->makeRed();
     return parent;
   }
-  if (child<opposite(side)>(sibling)->isBlack()) {
-    child<side>(sibling)->makeBlack();
+  if (sibling->child(other)->isBlack()) {
+    sibling->child(side)->makeBlack();
     sibling->makeRed();
-    rotate<opposite(side)>(sibling);
-    sibling = child<opposite(side)>(parent);
+    rotate(sibling, other);
+    sibling = parent->child(other);
   }
   parent->isRed() ? sibling->makeRed() : sibling->makeBlack();
   parent->makeBlack();
-  child<opposite(side)>(sibling)->makeBlack();
-  rotate<side>(parent);
+  sibling->child(other)->makeBlack();
+  rotate(parent, side);
   return root_;
 }
 

@@ -134,39 +134,29 @@ class ZV_EXPORT ZVBinTree : public ZVDList {
 
   // As for ZVDList. Each copy takes over binTreeType.
   ZV_SHAPE_FULL(ZVBinTree)
-  enum Side { LEFT, RIGHT };
-
-  static constexpr Side opposite(Side side) { return side == LEFT ? RIGHT : LEFT; }
-  template <Side side>
-  static ZVBinTreeCell* child(const ZVBinTreeCell* cell) {
-    return side == LEFT ? cell->pLeftChild() : cell->pRightChild();
-  }
-  template <Side side>
-  static void child(ZVBinTreeCell* cell, ZVBinTreeCell* newChild) {
-    side == LEFT ? cell->pLeftChild(newChild) : cell->pRightChild(newChild);
-  }
+  using Side = ZVBinTreeCell::Side;
 
   static std::unique_ptr<ZVBinTreeCell> makeNil() { return std::make_unique<ZVBinTreeCell>(nullptr, 2); }
   // The nil cell stands for an empty tree.
   ZVBinTreeCell* pRoot(ZVBinTreeCell* cell) { return root_ = cell == pNil() ? nullptr : cell; }
+  // Exchanges the places of two cells in the tree alone, and their colours. REQUIRES: cell2 is not the parent
+  // of cell1.
+  void exchangeInTree(ZVBinTreeCell* cell1, ZVBinTreeCell* cell2);
   // Enters other where cell hangs, as a child or as the root.
   void replaceBelowParent(ZVBinTreeCell* cell, ZVBinTreeCell* other);
 
   // Moves the cell down to the left, or to the right, below the child that takes its place.
   void leftRotate(ZVBinTreeCell* cell);
   void rightRotate(ZVBinTreeCell* cell);
-  template <Side side>
-  void rotate(ZVBinTreeCell* cell);
+  void rotate(ZVBinTreeCell* cell, Side side);
 
   // Restore the colours above a red cell that was entered, and above one that took a black cell's place.
   void insertRedBlackFixup(ZVBinTreeCell* cell);
   void removeRedBlackFixup(ZVBinTreeCell* cell);
-  // One step of them for a parent, or a cell, on the given side. Give the cell to go on with, of an insertion
-  // null if the colours are right.
-  template <Side side>
+  // One step of them, each with the side on which the parent, or the cell, hangs. Give the cell to go on
+  // with, of an insertion null if the colours are right.
   ZVBinTreeCell* insertFixupStep(ZVBinTreeCell* cell, ZVBinTreeCell* parent, ZVBinTreeCell* grandparent);
-  template <Side side>
-  ZVBinTreeCell* removeFixupStep(ZVBinTreeCell* parent);
+  ZVBinTreeCell* removeFixupStep(ZVBinTreeCell* parent, Side side);
 
   // Clears the marks from cell upward.
   static void clearVisited(ZVBinTreeCell* cell);
