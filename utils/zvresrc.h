@@ -38,7 +38,8 @@ class ZV_EXPORT ZVResource : public ZVObject {
   void incrementRefCount();
   // Leaves the bare permanent share alone.
   void decrementRefCount();
-  // Ends every share of this resource, so that it leaves its database. A free one does not look at it.
+  // Ends every share of this resource, so that it leaves its database. A free one leaves the database alone,
+  // which may be gone.
   void cleanup();
 
   // A copy is free, and in the database of its source if it has none yet.

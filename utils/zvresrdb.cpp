@@ -25,8 +25,9 @@ int ZVResourceDB::search(const ZVResource* resource, ZVSListCell*& cell, ZVSList
   return 0;
 }
 
-ZVResource* ZVResourceDB::takeOut(ZVSListCell* previous) {
-  ZVSListCell* cell = pResourceList()->removeNextCell(previous);
+ZVResource* ZVResourceDB::takeOut(ZVSList& list, ZVSListCell* previous) {
+  ZVSListCell* cell = list.removeNextCell(previous);
+  if (!cell) return nullptr;
   ZVResource* resource = resourceOf(cell);
   delete cell;
   if (resource == defaultResource_) defaultResource_ = nullptr;
@@ -34,8 +35,7 @@ ZVResource* ZVResourceDB::takeOut(ZVSListCell* previous) {
 }
 
 void ZVResourceDB::withdraw(const ZVResource* resource) {
-  ZVSListCell* previous = resourceList_.searchPreviousObject(resource);
-  if (previous != ZVSList::noPredecessor()) takeOut(previous);
+  takeOut(resourceList_, resourceList_.searchPreviousObject(resource));
 }
 
 const ZVResource* ZVResourceDB::iInsert(const ZVResource* resource) {
@@ -64,7 +64,7 @@ ZVResource* ZVResourceDB::iRemove(const ZVResource* resource) {
   ZVSListCell* previous;
   if (!search(entry, cell, previous) || cell->pObject() != entry) return entry;
   entry->decrementRefCount();
-  return entry->refCount() > 0 ? entry->cloneObject() : takeOut(previous);
+  return entry->refCount() > 0 ? entry->cloneObject() : takeOut(resourceList_, previous);
 }
 
 int ZVResourceDB::iMakePermanent(const ZVResource* resource) {
@@ -80,7 +80,7 @@ int ZVResourceDB::iMakeTransient(const ZVResource* resource) {
   ZVSListCell* previous;
   if (!search(resource, cell, previous)) return 0;
   resourceOf(cell)->dropPermanentShare();
-  if (resourceOf(cell)->refCount() < 1) delete takeOut(previous);
+  if (resourceOf(cell)->refCount() < 1) delete takeOut(resourceList_, previous);
   return 1;
 }
 
@@ -103,7 +103,7 @@ void ZVResourceDB::makeAllTransient() {
     ZVSListCell* next = cell->pNextCell();
     resource->dropPermanentShare();
     if (resource->refCount() < 1) {
-      unused.appendObject(takeOut(previous));
+      unused.appendObject(takeOut(resourceList_, previous));
     } else {
       previous = cell;
     }
@@ -130,12 +130,10 @@ const ZVResource* ZVResourceDB::pDefaultResource() {
 }
 
 // Takes one resource at a time from the front, so that the list is whole while a destructor runs. A resource
-// without a database does not look for itself in the list when it goes.
+// without a count does not look for itself in the list when it goes.
 void ZVResourceDB::deleteResources(ZVSList& list) {
-  while (ZVSListCell* cell = list.removeNextCell(nullptr)) {
-    ZVResource* resource = resourceOf(cell);
-    delete cell;
-    resource->resourceDB_ = nullptr;
+  while (ZVResource* resource = takeOut(list, nullptr)) {
+    resource->refCount_ = 0;
     delete resource;
   }
 }

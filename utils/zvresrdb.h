@@ -69,7 +69,6 @@ class ZV_EXPORT ZVResourceDB : public ZVObject {
   friend class ZVResource;
 
   static ZVResource* resourceOf(const ZVSListCell* cell) { return ZVResource::castDown(cell->pObject()); }
-  static void deleteResources(ZVSList& list);
 
   // Gives 1 with the cell of the resource of that value and the one before it; else 0, and cell is the one
   // behind which it belongs. A null cell is the front of the list.
@@ -79,10 +78,11 @@ class ZV_EXPORT ZVResourceDB : public ZVObject {
   int iMakePermanent(const ZVResource* resource);
   int iMakeTransient(const ZVResource* resource);
   int32_t iIndex(const ZVResource* resource) const;
-  // Takes the resource behind previous out of the list and gives it.
-  ZVResource* takeOut(ZVSListCell* previous);
-  // The same for that very object, whatever its value is by now; nothing if it is not there.
+  // Takes the resource behind previous (null: the first one) out of the list and gives it; null for none.
+  ZVResource* takeOut(ZVSList& list, ZVSListCell* previous);
+  // Takes out that very object, whatever its value is by now; nothing if it is not there.
   void withdraw(const ZVResource* resource);
+  void deleteResources(ZVSList& list);
 
   ZVSList* pResourceList() { return &resourceList_; }
 

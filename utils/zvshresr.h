@@ -19,7 +19,7 @@ class ZV_EXPORT ZVShapeResource : public ZVResource {
   ZVShapeResourceDB* pResourceDB() const;
 
   // 0 and 1 for a rectangle and an ellipse; for a polygon twice the number of its points, and 1 more if it is
-  // not convex.
+  // not convex; -1 for any other type.
   int32_t sortKey() const override;
   int isEqual(const ZVResource* other) const override;
 
