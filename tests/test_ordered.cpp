@@ -57,8 +57,28 @@ const char* threadFault(const ZVDList& list, const std::vector<Cell*>& cells) {
   return list.length() == static_cast<int32_t>(cells.size()) ? nullptr : "the length is wrong";
 }
 
+// The same for a heap whose tree has these cells in level order.
+const char* levelOrderFault(const ZVBinHeap& heap, const std::vector<ZVBinHeapCell*>& cells) {
+  if (const char* text = threadFault(heap, cells)) return text;
+  auto cellAt = [&](size_t i) { return i < cells.size() ? cells[i] : nullptr; };
+  for (size_t i = 0; i < cells.size(); ++i) {
+    if (cells[i]->pParent() != (i == 0 ? nullptr : cells[(i - 1) / 2])) return "a parent is wrong";
+    if (cells[i]->pLeftChild() != cellAt(2 * i + 1)) return "a left child is wrong";
+    if (cells[i]->pRightChild() != cellAt(2 * i + 2)) return "a right child is wrong";
+  }
+  return nullptr;
+}
+
+// Whoever compares its cells finds a whole heap, even between two steps of a cell that rises or sinks.
 struct MaxHeap : ZVBinHeap {
   int32_t virtualCompare(ZVBinHeapCell* cell1, ZVBinHeapCell* cell2) override {
+    std::vector<ZVBinHeapCell*> cells;
+    for (auto* cell = pFirstDListCell(); cell && cells.size() < 99; cell = cell->pNextCell()) {
+      cells.push_back(ZVBinHeapCell::castDown(cell));
+    }
+    if (!testing::Test::HasFailure()) {
+      EXPECT_STREQ(levelOrderFault(*this, cells), nullptr);
+    }
     return ZVBinHeap::virtualCompare(cell2, cell1);
   }
 };
@@ -181,14 +201,9 @@ class HeapModel {
   }
 
   const char* fault() const {
-    if (const char* text = threadFault(heap_, cells_)) return text;
-    auto cellAt = [this](size_t i) { return i < cells_.size() ? cells_[i] : nullptr; };
+    if (const char* text = levelOrderFault(heap_, cells_)) return text;
     for (size_t i = 0; i < cells_.size(); ++i) {
-      const ZVBinHeapCell* parent = i == 0 ? nullptr : cells_[(i - 1) / 2];
-      if (cells_[i]->pParent() != parent) return "a parent is wrong";
-      if (parent && before(cells_[i], parent)) return "a cell comes before its parent";
-      if (cells_[i]->pLeftChild() != cellAt(2 * i + 1)) return "a left child is wrong";
-      if (cells_[i]->pRightChild() != cellAt(2 * i + 2)) return "a right child is wrong";
+      if (i > 0 && before(cells_[i], cells_[(i - 1) / 2])) return "a cell comes before its parent";
       if (cells_[i]->pObject() != &object_) return "an object is lost";
     }
     return nullptr;
@@ -332,12 +347,11 @@ class TreeModel {
     int kind = random_.below(5);
     const int targets[] = {place + 1, end, 0, place < 0 ? end : place + 1, std::max(place, 0)};
     auto* made = random_.below(2) ? new Cell(object, random_.below(3)) : nullptr;
-    Cell* cell = kind == 0   ? made ? tree_->insertCell(at, made) : tree_->addObject(at, object)
-                   : kind == 1 ? made ? tree_->appendCell(made) : tree_->appendObject(object)
-                   : kind == 2 ? made ? tree_->prependCell(made) : tree_->prependObject(object)
-                   : kind == 3 ? made ? tree_->insertAfter(at, made) : tree_->addAfter(at, object)
-                   : made ? tree_->insertBefore(at, made)
-                             : tree_->addBefore(at, object);
+    Cell* cell = kind == 0   ? (made ? tree_->insertCell(at, made) : tree_->addObject(at, object))
+                 : kind == 1 ? (made ? tree_->appendCell(made) : tree_->appendObject(object))
+                 : kind == 2 ? (made ? tree_->prependCell(made) : tree_->prependObject(object))
+                 : kind == 3 ? (made ? tree_->insertAfter(at, made) : tree_->addAfter(at, object))
+                             : (made ? tree_->insertBefore(at, made) : tree_->addBefore(at, object));
     ASSERT_TRUE(!made || cell == made);
     ASSERT_EQ(tree_->insertCell(at, nullptr), nullptr);
     ASSERT_EQ(cell->pObject(), object);

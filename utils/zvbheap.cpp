@@ -1,5 +1,7 @@
 #include "utils/zvbheap.h"
 
+#include <limits>
+
 ZV_DEFINE_FULL(ZVBinHeap, ZVDList)
 
 namespace {
@@ -137,46 +139,59 @@ void ZVBinHeap::swapPosition(ZVBinHeapCell* cell1, ZVBinHeapCell* cell2) {
   if (attachment == cell2) pAddChildrenPlace(cell1);
 }
 
-// The cells of the way take the free place above them one by one, and cell takes the last one. On a way only
-// the root and its left child are neighbours in the list.
+// The comparison has to find a whole heap. So the way is found first, and then its cells take the free place
+// above them one by one, and cell takes the last one. On a way only the root and its left child are
+// neighbours in the list.
 void ZVBinHeap::heapify(ZVBinHeapCell* cell) {
   const bool isFar = length() >= FAR_LENGTH;
+  ZVBinHeapCell* way[std::numeric_limits<int32_t>::digits];
+  int steps = 0;
+  for (ZVBinHeapCell* here = cell;;) {
+    ZVBinHeapCell* left = here->pLeftChild();
+    ZVBinHeapCell* right = here->pRightChild();
+    if (isFar) {
+      fetchChildren(left);
+      fetchChildren(right);
+    }
+    ZVBinHeapCell* smallest = cell;
+    if (left && virtualCompare(left, smallest) < 0) smallest = left;
+    if (right && virtualCompare(right, smallest) < 0) smallest = right;
+    if (smallest == cell) break;
+    way[steps++] = here = smallest;
+  }
+  if (steps == 0) return;
+
   ZVBinHeapCell* const attachment = addChildrenPlace_;
   ZVBinHeapCell* leaver = cell;
   Place free = placeOf(cell);
-  while (true) {
-    if (isFar) {
-      fetchChildren(free.left);
-      fetchChildren(free.right);
-    }
-    ZVBinHeapCell* smallest = cell;
-    if (free.left && virtualCompare(free.left, smallest) < 0) smallest = free.left;
-    if (free.right && virtualCompare(free.right, smallest) < 0) smallest = free.right;
-    if (smallest == cell) break;
-    Place below = placeOf(smallest);
-    below.parent = smallest;
-    below.side = smallest == free.right ? ZVBinHeapCell::RIGHT : ZVBinHeapCell::LEFT;
-    if (free.next == smallest) {
+  for (int step = 0; step < steps; ++step) {
+    ZVBinHeapCell* riser = way[step];
+    Place below = placeOf(riser);
+    below.parent = riser;
+    below.side = riser == free.right ? ZVBinHeapCell::RIGHT : ZVBinHeapCell::LEFT;
+    if (free.next == riser) {
       free.next = cell;
-      below.previous = smallest;
+      below.previous = riser;
     }
-    hang(free, smallest);
-    smallest->adopt(ZVBinHeapCell::opposite(below.side), smallest == free.right ? free.left : free.right);
-    if (leaver == attachment) pAddChildrenPlace(smallest);
-    leaver = smallest;
+    hang(free, riser);
+    riser->adopt(ZVBinHeapCell::opposite(below.side), riser == free.right ? free.left : free.right);
+    if (leaver == attachment) pAddChildrenPlace(riser);
+    leaver = riser;
     free = below;
   }
-  if (leaver == cell) return;
   occupy(free, cell);
   if (leaver == attachment) pAddChildrenPlace(cell);
 }
 
 void ZVBinHeap::bubbleUp(ZVBinHeapCell* cell) {
-  if (!cell->pParent() || virtualCompare(cell->pParent(), cell) <= 0) return;
+  ZVBinHeapCell* top = cell;
+  while (top->pParent() && virtualCompare(top->pParent(), cell) > 0) top = top->pParent();
+  if (top == cell) return;
+
   ZVBinHeapCell* const attachment = addChildrenPlace_;
   ZVBinHeapCell* leaver = cell;
   Place free = placeOf(cell);
-  do {
+  while (leaver != top) {
     ZVBinHeapCell* parent = free.parent;
     Place above = placeOf(parent);
     free.parent = cell;
@@ -189,7 +204,7 @@ void ZVBinHeap::bubbleUp(ZVBinHeapCell* cell) {
     if (leaver == attachment) pAddChildrenPlace(parent);
     leaver = parent;
     free = above;
-  } while (free.parent && virtualCompare(free.parent, cell) > 0);
+  }
   occupy(free, cell);
   if (leaver == attachment) pAddChildrenPlace(cell);
 }

@@ -54,8 +54,8 @@ class ZV_EXPORT ZVBinHeap : public ZVDList {
 
  protected:
   // The order: below 0 if cell1 comes before cell2, above 0 if after, 0 for a tie. By the values as they
-  // stand here. A subclass with another order needs a shape of its own to be copied: within this class's
-  // copying constructor its order is not known.
+  // stand here. It finds a whole heap, list and tree, whenever it is called. A subclass with another order
+  // needs a shape of its own to be copied: within this class's copying constructor its order is not known.
   virtual int32_t virtualCompare(ZVBinHeapCell* cell1, ZVBinHeapCell* cell2);
 
   // As for ZVDList. A deep copy takes over the values too.
