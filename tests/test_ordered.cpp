@@ -582,131 +582,83 @@ struct NumberTree : ZVSortedBinTree {
   mutable int comparisons = 0;
 };
 
-// A sorted tree beside a sorted vector of its cells, fed from another tree and from a list.
+// A sorted tree beside a sorted vector of its objects.
 class SortedModel {
  public:
   SortedModel(unsigned seed, bool ties) : random_(seed) {
     tree_.ties = ties;
-    for (int32_t i = 0; i < 60; ++i) numbers_[static_cast<size_t>(i)].value(i);
+    for (size_t i = 0; i < numbers_.size(); ++i) numbers_[i].value(static_cast<int32_t>(i));
   }
 
   void run(int steps) {
-    for (int step = 0; step < steps && !testing::Test::HasFatalFailure(); ++step) {
-      if (cells_.size() > 70) removeAll();
-      change();
-      ASSERT_STREQ(treeFault(tree_, cells_), nullptr) << "step " << step;
+    for (int step = 0; step < steps && !testing::Test::HasFailure(); ++step) {
+      model_.size() < 50 && random_.below(3) == 0 ? enterSome() : removeOne();
+      TreeWalk walk(tree_);
+      ASSERT_STREQ(walk.fault, nullptr) << "step " << step;
+      ASSERT_TRUE(std::equal(walk.cells.begin(), walk.cells.end(), model_.begin(), model_.end(),
+                             [](const Cell* cell, const ZVInt* number) { return cell->pObject() == number; }))
+          << "step " << step;
     }
   }
 
  private:
-  ZVInt* anyNumber() { return &numbers_[random_.index(numbers_.size())]; }
-  bool held(const ZVObject* number) const {
-    return std::any_of(cells_.begin(), cells_.end(), [=](Cell* cell) { return cell->pObject() == number; });
-  }
-  // In front of its equals.
-  void enter(Cell* cell) {
-    auto before = [this](const Cell* a, const Cell* b) {
-      return tree_.key(a->pObject()) < tree_.key(b->pObject());
-    };
-    cells_.insert(std::lower_bound(cells_.begin(), cells_.end(), cell, before), cell);
-  }
-  void removeAll() {
-    tree_.deleteAllCells();
-    cells_.clear();
-  }
-
-  void change() {
-    ZVInt* number = anyNumber();
-    // Where nothing ties, an object is there once.
-    bool fits = tree_.ties || !held(number);
-    int kind = random_.below(8);
-    if (kind < 2 && fits) return enter(kind ? tree_.addObject(number) : tree_.insertCell(new Cell(number)));
-    if (kind == 2) return transfer();
-    if (kind == 3) return copy();
-    search(number);
-  }
-
-  void search(const ZVInt* number) {
-    Cell* cell = cellAt(cells_, anyPlace(random_, cells_));
-    ZVBinTree other;
-    EXPECT_EQ(tree_.searchCell(other.appendObject(anyNumber())), nullptr);
-    if (tree_.ties) {
-      // The search may miss a cell among its equals, but finds no other one.
-      Cell* found = tree_.searchCell(cell);
-      EXPECT_TRUE(!found || found == cell);
-      delete tree_.removeCell(cell);
-    } else {
-      EXPECT_EQ(tree_.searchCell(cell), cell);
-      EXPECT_EQ(tree_.searchObject(number) != nullptr, held(number));
-      EXPECT_EQ(random_.below(2) && cell ? tree_.searchAndRemoveObject(cell->pObject())
-                                         : tree_.searchAndRemoveCell(cell),
-                cell);
-      delete cell;
-    }
-    cells_.erase(std::remove(cells_.begin(), cells_.end(), cell), cells_.end());
-  }
-
-  // The numbers that fit, in any order.
-  std::vector<ZVInt*> newNumbers() {
-    std::vector<ZVInt*> found;
-    for (int i = 0; i < 6; ++i) {
-      ZVInt* number = anyNumber();
-      if (!held(number) && std::find(found.begin(), found.end(), number) == found.end())
-        found.push_back(number);
-    }
-    return found;
-  }
-
-  void transfer() {
+  // In one of the ways in, from a list of objects in any order, perhaps without its first one.
+  void enterSome() {
     ZVBinTree source;
-    Cells added;
-    for (ZVInt* number : newNumbers()) added.push_back(source.appendObject(number));
-    EXPECT_EQ(tree_.transferListPart(&source, source.pLastCell(), nullptr), 0);
-    EXPECT_EQ(tree_.transferList(&tree_) + tree_.transferList(nullptr), 0);
-    if (added.size() > 2) {
-      EXPECT_EQ(tree_.transferListPart(&source, added[2], added[1]), 0);
-      EXPECT_EQ(tree_.transferListPart(&source, added[1], added[2]), 1);
-      EXPECT_STREQ(TreeWalk(source).fault, nullptr);
-      std::rotate(added.begin(), added.begin() + 1, added.begin() + 3);
+    for (int i = 0; i < 4; ++i) {
+      ZVInt* number = &numbers_[random_.index(numbers_.size())];
+      bool fits = tree_.ties || std::find(model_.begin(), model_.end(), number) == model_.end();
+      if (fits && !source.searchObject(number)) source.appendObject(number);
     }
-    EXPECT_EQ(tree_.transferList(&source), 1);
-    EXPECT_EQ(source.pRoot(), nullptr);
-    for (Cell* cell : added) enter(cell);
+    if (source.length() < 2) return;
+    int kind = random_.below(6);
+    Cell* first = kind % 2 ? Cell::castDown(source.pFirstCell()->pNextCell()) : source.pFirstCell();
+    auto before = [this](const ZVInt* number1, const ZVInt* number2) {
+      return tree_.key(number1) < tree_.key(number2);
+    };
+    for (ZVDListIter it(&source, first); it; ++it) {
+      ZVInt* number = ZVInt::castDown(it.pObject());
+      if (kind > 3) kind == 4 ? tree_.addObject(number) : tree_.insertCell(new Cell(number));
+      // In front of its equals.
+      model_.insert(std::lower_bound(model_.begin(), model_.end(), number, before), number);
+    }
+    EXPECT_EQ(tree_.transferList(&tree_) + tree_.transferList(nullptr) + tree_.copyTransferList(&tree_) +
+                  tree_.copyTransferList(nullptr) + tree_.transferListPart(&source, first, nullptr) +
+                  tree_.transferListPart(&source, source.pLastCell(), source.pFirstCell()),
+              0);
+    int32_t left = kind == 0 ? 0 : kind == 1 ? 1 : source.length();
+    EXPECT_EQ(kind == 0   ? tree_.transferList(&source)
+              : kind == 1 ? tree_.transferListPart(&source, first, source.pLastCell())
+              : kind == 2 ? tree_.copyTransferList(&source)
+              : kind == 3 ? tree_.copyTransferListPart(&source, first, source.pLastCell())
+                          : 1,
+              1);
+    EXPECT_EQ(source.length(), left);
+    EXPECT_STREQ(TreeWalk(source).fault, nullptr);
   }
 
-  void copy() {
-    ZVDList source;
-    for (ZVInt* number : newNumbers()) source.appendObject(number);
-    if (!tree_.ties) {
-      NumberTree other;
-      EXPECT_EQ(other.copyTransferListPart(&source, source.pFirstCell(), source.pLastCell()),
-                source.length() > 0);
-      EXPECT_EQ(other.copyTransferList(&tree_), 1);
-      other.comparisons = 0;
-      NumberTree copied;
-      copied.copyAllCells(&other);
-      EXPECT_EQ(copied.compareUnordered(&other) - 1 + copied.comparisons, 0);
-    }
-    EXPECT_EQ(tree_.copyTransferList(&tree_) + tree_.copyTransferList(nullptr), 0);
-    EXPECT_EQ(tree_.copyTransferList(&source), 1);
-    std::vector<const ZVObject*> expected;
-    for (const Cell* cell : cells_) expected.push_back(cell->pObject());
-    for (ZVDListIter it(&source); it; ++it) {
-      auto place = std::find_if(expected.begin(), expected.end(), [&](const ZVObject* object) {
-        return tree_.key(object) >= tree_.key(it.pObject());
-      });
-      expected.insert(place, it.pObject());
-    }
-    cells_.clear();
-    for (ZVDListIter it(&tree_); it; ++it) cells_.push_back(Cell::castDown(it.pCell()));
-    ASSERT_EQ(cells_.size(), expected.size());
-    for (size_t i = 0; i < cells_.size(); ++i) ASSERT_EQ(cells_[i]->pObject(), expected[i]);
+  void removeOne() {
+    ZVInt foreign(random_.below(60));
+    EXPECT_EQ(tree_.searchAndRemoveObject(&foreign), nullptr);
+    if (model_.empty()) return;
+    auto place = static_cast<int32_t>(random_.index(model_.size()));
+    Cell* cell = tree_.pCellInPosition(place + 1);
+    // With ties a search may miss a cell among its equals, but finds no other one.
+    Cell* found = tree_.searchCell(cell);
+    EXPECT_TRUE(found == cell || (tree_.ties && !found));
+    EXPECT_TRUE(tree_.ties || tree_.searchObject(cell->pObject()) == cell);
+    Cell* removed = tree_.ties         ? tree_.removeCell(cell)
+                    : random_.below(2) ? tree_.searchAndRemoveCell(cell)
+                                       : tree_.searchAndRemoveObject(cell->pObject());
+    EXPECT_EQ(removed, cell);
+    delete removed;
+    model_.erase(model_.begin() + place);
   }
 
   Random random_;
   std::array<ZVInt, 60> numbers_;
   NumberTree tree_;
-  Cells cells_;
+  std::vector<ZVInt*> model_;
 };
 
 TEST(SortedBinTree, StaysSortedUnderRandomOperations) {
@@ -731,6 +683,11 @@ TEST(SortedBinTree, ComparesAtMostOnceForEachLevel) {
     EXPECT_EQ(tree.searchObject(cell->pObject()), cell);
     ASSERT_LE(tree.comparisons, 3 * (2 * std::log2(i + 1) + 1));
   }
+  // A copy takes the order over as it is.
+  NumberTree copy;
+  copy.copyAllCells(&tree);
+  EXPECT_EQ(copy.compareUnordered(&tree), 1);
+  EXPECT_EQ(copy.comparisons, 0);
 }
 
 struct NumberSweep : ZVSweep {
