@@ -183,30 +183,9 @@ void ZVBinHeap::heapify(ZVBinHeapCell* cell) {
   if (leaver == attachment) pAddChildrenPlace(cell);
 }
 
+// Most cells rise by a step or two: looking for the way first would cost more than it saves.
 void ZVBinHeap::bubbleUp(ZVBinHeapCell* cell) {
-  ZVBinHeapCell* top = cell;
-  while (top->pParent() && virtualCompare(top->pParent(), cell) > 0) top = top->pParent();
-  if (top == cell) return;
-
-  ZVBinHeapCell* const attachment = addChildrenPlace_;
-  ZVBinHeapCell* leaver = cell;
-  Place free = placeOf(cell);
-  while (leaver != top) {
-    ZVBinHeapCell* parent = free.parent;
-    Place above = placeOf(parent);
-    free.parent = cell;
-    (free.side == ZVBinHeapCell::LEFT ? above.left : above.right) = parent;
-    if (above.next == leaver) {
-      above.next = parent;
-      free.previous = cell;
-    }
-    occupy(free, parent);
-    if (leaver == attachment) pAddChildrenPlace(parent);
-    leaver = parent;
-    free = above;
-  }
-  occupy(free, cell);
-  if (leaver == attachment) pAddChildrenPlace(cell);
+  while (cell->pParent() && virtualCompare(cell->pParent(), cell) > 0) swapPosition(cell->pParent(), cell);
 }
 
 ZVBinHeap::Place ZVBinHeap::placeOf(const ZVBinHeapCell* cell) {
