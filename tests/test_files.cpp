@@ -325,14 +325,11 @@ TEST_F(File, ModesAllowWhatTheyAreFor) {
     ZVFile file;
     ZVFileCodeEnum opened = file.open("input.tmp", static_cast<ZVFileModeEnum>(mode));
     EXPECT_EQ(file.mode(), mode);
-    if (mode < 0 || mode > 7) {
-      EXPECT_EQ(opened, ZV_FILE_OPEN_ERROR);
-      continue;
-    }
+    EXPECT_EQ(opened, mode < 0 || mode > 7 ? ZV_FILE_OPEN_ERROR : ZV_FILE_OK);
+    if (opened != ZV_FILE_OK) continue;
     auto expected = [&](char what, ZVFileCodeEnum refusal) {
       return std::strchr(allowed[mode], what) ? ZV_FILE_OK : refusal;
     };
-    EXPECT_EQ(opened, ZV_FILE_OK);
     EXPECT_EQ(file.writeString("more"), expected('w', ZV_FILE_WRITE_ERROR)) << mode;
     EXPECT_EQ(file.writeString(nullptr), ZV_FILE_WRITE_ERROR);
     EXPECT_EQ(file.writeBinary("more", 4), expected('W', ZV_FILE_WRITE_ERROR)) << mode;
@@ -531,40 +528,11 @@ TEST_F(File, ArchiveCarriesLinesUpToItsEndMarker) {
   EXPECT_EQ(file.isAttached(), 0);
 }
 
-// A subclass that reads another file in the middle of this one, and has a filter of its own.
-class NestingFile : public ZVTextFile {
+// A subclass with a filter of its own.
+class FilteredFile : public ZVTextFile {
  public:
-  std::string readOther(const char* name) {
-    uint16_t savedBits = bits();
-    ZVByteOrderEnum savedOrder = byteOrder();
-    ZVFileModeEnum savedMode = mode();
-    int savedHandle = fileHandle();
-    int savedCount = numberOfBufferedBytes();
-    char* savedTop = pTopBuffer();
-    char* savedBuffer = takeFileBuffer();
-    std::string savedName = pFileName();
-    std::string savedPath = pPathName();
-    bits(0);
-    fileHandle(-1);
-    ZVStringHandle line;
-    EXPECT_EQ(open(name, ZV_FILE_READ), ZV_FILE_OK);
-    EXPECT_EQ(nextBufferedChar(), 'o');
-    EXPECT_EQ(lookAheadBufferedChar(), 't');
-    EXPECT_EQ(nextBufferedByte(), 't');
-    readLine(line);
-    EXPECT_EQ(close(), ZV_FILE_OK);
-    pFileBuffer(savedBuffer);
-    pTopBuffer(savedTop);
-    numberOfBufferedBytes(savedCount);
-    byteOrder(savedOrder);
-    mode(savedMode);
-    fileHandle(savedHandle);
-    pFileName(savedName.c_str());
-    pPathName(savedPath.c_str());
-    bits(savedBits);
-    return line.pString();
-  }
-
+  using ZVFile::byteOrder;
+  using ZVFile::mode;
   char* stripBuffer(char* text) override {
     ZVTextFile::stripBuffer(text);
     if (std::strcmp(text, "hidden") == 0) return nullptr;
@@ -573,23 +541,21 @@ class NestingFile : public ZVTextFile {
   }
 };
 
-TEST_F(File, SubclassPutsItsStateAsideAndFiltersLines) {
-  writeFile("other.tmp", "other\n");
+TEST_F(File, SubclassFiltersLinesAndSetsTheMode) {
   std::string wide(252, 'w');
   store("one\n" + wide + "\nhidden\nlast");
-  NestingFile file;
-  ASSERT_EQ(file.open("./input.tmp", ZV_FILE_READ), ZV_FILE_OK);
+  FilteredFile file;
+  ASSERT_EQ(file.open("input.tmp", ZV_FILE_READ), ZV_FILE_OK);
   ZVStringHandle line;
   for (const std::string& expected :
        {std::string("one!\n"), wide + "!\n", std::string(), std::string("last!\n")}) {
-    EXPECT_EQ(file.readOther("other.tmp"), "her!\n");
     EXPECT_EQ(file.readLine(line), ZV_FILE_OK);
     EXPECT_EQ(line.pString(), expected);
     EXPECT_EQ(line.strlenBuf(), static_cast<int32_t>(expected.size()));
   }
-  EXPECT_STREQ(file.pFileName(), "./input.tmp");
-  EXPECT_STREQ(file.pPathName(), "./");
-  EXPECT_EQ(file.close(), ZV_FILE_OK);
+  EXPECT_EQ(file.byteOrder(ZV_BYTE_ORDER_FILE), file.byteOrder());
+  EXPECT_EQ(file.mode(ZV_FILE_WRITE), ZV_FILE_WRITE);
+  EXPECT_EQ(file.readLine(line), ZV_FILE_READ_ERROR);
 }
 
 TEST_F(File, TextFileReadsNumbersAndTruthValues) {
@@ -635,7 +601,7 @@ TEST_F(File, TextFileWritesInTheFormsOfItsTable) {
   file.writeLine(std::numeric_limits<unsigned long>::max());
   file.writeTrueOrFalse(2);
   file.writeLineTrueOrFalse(0);
-  EXPECT_EQ(file.writeLine(1e300), ZV_FILE_OK);
+  EXPECT_EQ(file.writeLine(0.5), ZV_FILE_OK);
   EXPECT_EQ(file.writeLine(2.0 / 3.0, "%%%-8.3lf|"), ZV_FILE_OK);
   EXPECT_EQ(file.writeLine(1.0, "plain"), ZV_FILE_OK);
   for (const char* format : {"%d", "%s", "%n", "%f%f", "%*f", "%Lf", "%", "%999999f", "%.999999999999f"}) {
@@ -643,11 +609,9 @@ TEST_F(File, TextFileWritesInTheFormsOfItsTable) {
   }
   EXPECT_EQ(file.write(1.0, nullptr), ZV_FILE_WRITE_ERROR);
   file.close();
-  char wide[400];
-  std::snprintf(wide, sizeof wide, "%lf", 1e300);
   EXPECT_EQ(readFile("output.tmp"),
-            "1.500000-3\r\n4000000000\r\n-5\r\n6\r\n2147483647\r\n4294967295\r\nTRUEFALSE\r\n" +
-                std::string(wide) + "\r\n%0.667   |\r\nplain\r\n");
+            "1.500000-3\r\n4000000000\r\n-5\r\n6\r\n2147483647\r\n4294967295\r\nTRUEFALSE\r\n"
+            "0.500000\r\n%0.667   |\r\nplain\r\n");
   char text[] = "ab \r\n\r";
   EXPECT_STREQ(file.stripBuffer(text), "ab ");
   EXPECT_EQ(file.stripBuffer(nullptr), nullptr);
