@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 #include "examples/netdraw/netgall.h"
 #include "examples/netdraw/netlabel.h"
@@ -38,9 +39,8 @@ std::unique_ptr<NetGraph> readShowing(NetFile& file, const std::string& path, Fo
 }
 
 // The same for a drawing that is only looked at.
-std::unique_ptr<NetGraph> readShowing(Trace& trace, const std::string& path, Form form) {
-  NetGrammar grammar;
-  NetFile file(grammar, trace);
+std::unique_ptr<NetGraph> readShowing(NetFactory& factory, Trace& trace, const std::string& path, Form form) {
+  NetFile file(factory, trace);
   return readShowing(file, path, form);
 }
 
@@ -90,6 +90,27 @@ void showFirst(const std::vector<Found>& found, int most, Show show) {
   if (shown < found.size()) std::printf("  and %zu more\n", found.size() - shown);
 }
 
+// Says how many colours and shapes there are for how many nodes and edges.
+void showShared(const NetGraph& graph) {
+  std::set<const ZVResource*> colors;
+  std::set<const ZVResource*> shapes;
+  int coloredNodes = 0;
+  int coloredEdges = 0;
+  forEach<NetNode>(graph.nodes, [&](NetNode* node) {
+    coloredNodes += node->color || node->fill;
+    if (node->color) colors.insert(node->color.get());
+    if (node->fill) colors.insert(node->fill.get());
+    shapes.insert(node->shape.get());
+  });
+  forEach<NetEdge>(graph.edges, [&](NetEdge* edge) {
+    coloredEdges += static_cast<bool>(edge->color);
+    if (edge->color) colors.insert(edge->color.get());
+  });
+  std::printf("  colours     %zu, shared by %d nodes and %d edges\n", colors.size(), coloredNodes,
+              coloredEdges);
+  std::printf("  shapes      %zu, shared by %d nodes\n", shapes.size(), graph.nodes.length());
+}
+
 // Writes a picture; nothing that is not whole is called written.
 int writePicture(Trace& trace, const std::string& path, const std::string& svg) {
   std::ofstream out(path, std::ios::binary);
@@ -117,24 +138,25 @@ int importPlain(Trace& trace, const std::string& input, const std::string& outpu
     return EXIT_FILE_ERRORS;
   }
   std::string error;
-  std::unique_ptr<NetGraph> graph = readPlain(in, std::filesystem::path(input).stem().string(), error);
+  NetFactory factory;
+  std::unique_ptr<NetGraph> graph =
+      readPlain(in, std::filesystem::path(input).stem().string(), factory, error);
   if (!graph) {
     std::printf("%s: %s\n", input.c_str(), error.c_str());
     return EXIT_FILE_ERRORS;
   }
   std::printf("%s: %d nodes, %d edges, %d bend points\n", input.c_str(), graph->nodes.length(),
               graph->edges.length(), countBends(*graph));
-  NetGrammar grammar;
-  NetFile file(grammar, trace);
+  NetFile file(factory, trace);
   return writeShowing(file, output, to, *graph);
 }
 
 int checkFiles(Trace& trace, const std::vector<std::string>& paths, const Form* form, bool same) {
-  NetGrammar grammar;
+  NetFactory factory;
   std::unique_ptr<NetGraph> first;
   int status = EXIT_GOOD;
   for (const std::string& path : paths) {
-    NetFile file(grammar, trace);
+    NetFile file(factory, trace);
     std::unique_ptr<NetGraph> graph = readShowing(file, path, form ? *form : formOfName(path));
     if (!graph) {
       status = EXIT_FILE_ERRORS;
@@ -157,8 +179,8 @@ int checkFiles(Trace& trace, const std::vector<std::string>& paths, const Form* 
 }
 
 int showInfo(Trace& trace, const std::string& path, Form from) {
-  NetGrammar grammar;
-  NetFile file(grammar, trace);
+  NetFactory factory;
+  NetFile file(factory, trace);
   auto start = Clock::now();
   std::unique_ptr<NetGraph> graph = readShowing(file, path, from);
   double milliseconds = millisecondsSince(start);
@@ -170,6 +192,7 @@ int showInfo(Trace& trace, const std::string& path, Form from) {
   std::printf("  node        %d\n", graph->nodes.length());
   std::printf("  edge        %d\n", graph->edges.length());
   std::printf("  bend        %d\n", countBends(*graph));
+  showShared(*graph);
   forEach<ZVText>(graph->notes, [](ZVText* note) { std::printf("  note        %s\n", note->pString()); });
   std::printf("  references  %d of %d resolved\n", countReferences(*graph), 2 * graph->edges.length());
   std::printf("  bytes       %ju\n", static_cast<std::uintmax_t>(std::filesystem::file_size(path)));
@@ -178,22 +201,21 @@ int showInfo(Trace& trace, const std::string& path, Form from) {
 }
 
 int convertFile(Trace& trace, const std::string& input, Form from, const std::string& output, Form to) {
-  NetGrammar grammar;
-  NetFile file(grammar, trace);
+  NetFactory factory;
+  NetFile file(factory, trace);
   std::unique_ptr<NetGraph> graph = readShowing(file, input, from);
   return graph ? writeShowing(file, output, to, *graph) : EXIT_FILE_ERRORS;
 }
 
 int fitFile(Trace& trace, const std::string& input, Form from, const std::string& output, Form to) {
-  NetGrammar grammar;
-  NetFile file(grammar, trace);
+  NetFactory factory;
+  NetFile file(factory, trace);
   std::unique_ptr<NetGraph> graph = readShowing(file, input, from);
   if (!graph) return EXIT_FILE_ERRORS;
-  const ShapeSet shapes;
   int fitted = 0;
   forEach<NetNode>(graph->nodes, [&](NetNode* node) {
     if (node->label.empty()) return;
-    const ZVSize size = sizeAround(node->label, shapes[node->shape]);
+    const ZVSize size = sizeAround(node->label, node->outline());
     trace.line("fit " + node->title + ": " + inWords(node->size) + " becomes " + inWords(size));
     node->size = size;
     ++fitted;
@@ -205,8 +227,8 @@ int fitFile(Trace& trace, const std::string& input, Form from, const std::string
 
 int addNote(Trace& trace, const std::string& input, Form from, const std::string& text,
             const std::string& output, Form to) {
-  NetGrammar grammar;
-  NetFile file(grammar, trace);
+  NetFactory factory;
+  NetFile file(factory, trace);
   std::unique_ptr<NetGraph> graph = readShowing(file, input, from);
   if (!graph) return EXIT_FILE_ERRORS;
   graph->addNote(text);
@@ -215,7 +237,8 @@ int addNote(Trace& trace, const std::string& input, Form from, const std::string
 }
 
 int drawFile(Trace& trace, const std::string& input, Form from, const std::string& output, bool regions) {
-  std::unique_ptr<NetGraph> graph = readShowing(trace, input, from);
+  NetFactory factory;
+  std::unique_ptr<NetGraph> graph = readShowing(factory, trace, input, from);
   if (!graph) return EXIT_FILE_ERRORS;
   const Picture picture(*graph, regions);
   std::printf("%s: %d of %d edge ends on an outline, %d of %d labels inside their node\n", input.c_str(),
@@ -224,7 +247,8 @@ int drawFile(Trace& trace, const std::string& input, Form from, const std::strin
 }
 
 int showOverlaps(Trace& trace, const std::string& path, Form from, int most) {
-  std::unique_ptr<NetGraph> graph = readShowing(trace, path, from);
+  NetFactory factory;
+  std::unique_ptr<NetGraph> graph = readShowing(factory, trace, path, from);
   if (!graph) return EXIT_FILE_ERRORS;
   auto start = Clock::now();
   const Overlaps overlaps = findOverlaps(*graph);
@@ -244,7 +268,8 @@ int showOverlaps(Trace& trace, const std::string& path, Form from, int most) {
 
 int showRoute(Trace& trace, const std::string& path, Form from, const std::string& start,
               const std::string& end, bool bothWays) {
-  std::unique_ptr<NetGraph> graph = readShowing(trace, path, from);
+  NetFactory factory;
+  std::unique_ptr<NetGraph> graph = readShowing(factory, trace, path, from);
   if (!graph) return EXIT_FILE_ERRORS;
   const NetNode* first = findShowing(*graph, path, start);
   const NetNode* last = findShowing(*graph, path, end);
@@ -262,7 +287,8 @@ int showRoute(Trace& trace, const std::string& path, Form from, const std::strin
 }
 
 int showOrder(Trace& trace, const std::string& path, Form from, const std::vector<std::string>& titles) {
-  std::unique_ptr<NetGraph> graph = readShowing(trace, path, from);
+  NetFactory factory;
+  std::unique_ptr<NetGraph> graph = readShowing(factory, trace, path, from);
   if (!graph) return EXIT_FILE_ERRORS;
   const ReadingOrder order(*graph);
   if (titles.empty()) {

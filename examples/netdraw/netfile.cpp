@@ -6,7 +6,9 @@ namespace {
 
 // The create functions of the grammar: owner is the live object made for the enclosing object of the file.
 
-ZVObject* createGraph(void*, ZVOMLSyntaxObject*, ZVOMLSyntaxObject*, ZVObject*) { return new NetGraph; }
+ZVObject* createGraph(void* file, ZVOMLSyntaxObject*, ZVOMLSyntaxObject*, ZVObject*) {
+  return static_cast<NetFile*>(static_cast<ZVOMLFile*>(file))->factory().newGraph();
+}
 
 ZVObject* createNode(void*, ZVOMLSyntaxObject*, ZVOMLSyntaxObject*, ZVObject* owner) {
   return static_cast<NetGraph*>(owner)->addNode();
@@ -20,35 +22,42 @@ ZVObject* createBend(void*, ZVOMLSyntaxObject*, ZVOMLSyntaxObject*, ZVObject* ow
   return static_cast<NetEdge*>(owner)->addBend();
 }
 
-// Fields are stored by the objects themselves, so no type has a field function.
-constexpr ZVOMLStaticOEStruct TYPES[] = {
-    {"graph", nullptr, createGraph, nullptr, nullptr}, {"node", nullptr, createNode, nullptr, nullptr},
-    {"edge", nullptr, createEdge, nullptr, nullptr},   {"bend", nullptr, createBend, nullptr, nullptr},
-    {"note", nullptr, nullptr, nullptr, nullptr},      {nullptr, nullptr, nullptr, nullptr, nullptr}};
+// Fields are stored by the objects themselves, so no type has a field function. The other types of the
+// grammar are known to the companions.
+constexpr ZVOMLStaticOEStruct CREATORS[] = {{"graph", nullptr, createGraph, nullptr, nullptr},
+                                            {"node", nullptr, createNode, nullptr, nullptr},
+                                            {"edge", nullptr, createEdge, nullptr, nullptr},
+                                            {"bend", nullptr, createBend, nullptr, nullptr},
+                                            {nullptr, nullptr, nullptr, nullptr, nullptr}};
 
 constexpr int MESSAGE_BYTES = 1 << 16;
 
 }  // namespace
 
-NetGrammar::NetGrammar() : ZVOMLStatic(TYPES, nettable::SECTIONS, nettable::VALUES, nettable::DEFINITIONS) {}
+NetGrammar::NetGrammar()
+    : ZVOMLStatic(nettable::TYPES, nettable::SECTIONS, nettable::VALUES, nettable::DEFINITIONS) {
+  installObjectTypeTable(CREATORS);
+}
 
 const char* nameOf(Form form) { return form == Form::BINARY ? "binary" : "text"; }
 
-NetFile::NetFile(NetGrammar& grammar, Trace& trace) : grammar_(grammar), trace_(trace) {
+NetFile::NetFile(NetFactory& factory, Trace& trace) : factory_(factory), trace_(trace) {
   pOMLExtension(&notes_);
   pErrorStringBuffer(MESSAGE_BYTES);
   pWarningStringBuffer(MESSAGE_BYTES);
 }
 
 std::unique_ptr<NetGraph> NetFile::read(const std::string& path, Form form) {
-  code_ = readOMLFile(path.c_str(), &grammar_, nullptr, -1, form == Form::BINARY, 1, 0);
+  code_ = readOMLFile(path.c_str(), &factory_.grammar(), nullptr, -1, form == Form::BINARY, 1, 0);
   traceRun("read", path, form);
-  return std::unique_ptr<NetGraph>(code_ == ZV_FILE_OK ? static_cast<NetGraph*>(pTopObject()) : nullptr);
+  std::unique_ptr<NetGraph> graph(code_ == ZV_FILE_OK ? static_cast<NetGraph*>(pTopObject()) : nullptr);
+  if (graph) graph->closeTables();
+  return graph;
 }
 
 ZVFileCodeEnum NetFile::write(const std::string& path, Form form, NetGraph& graph) {
   graph.preFileWrite(this);
-  code_ = writeOMLFile(path.c_str(), &grammar_, &graph, form == Form::BINARY, 1, 0);
+  code_ = writeOMLFile(path.c_str(), &factory_.grammar(), &graph, form == Form::BINARY, 1, 0);
   graph.postFileWrite(this, code_);
   traceRun("write", path, form);
   return code_;
@@ -67,6 +76,7 @@ void NetFile::vWriteContents(ZVObject* top) {
   writeObjectStart("graph", graph, 0, 1);
   writeOpeningBracket();
   graph->vWriteFields(this, 0);
+  resources_.vWriteContents(graph);
   auto writeObject = [this](const char* type, NetObject* object) {
     writeObjectStart(type, object, 0, 1);
     writeOpeningBracket();
@@ -79,13 +89,19 @@ void NetFile::vWriteContents(ZVObject* top) {
   writeClosingBracket();
 }
 
-// What the companion does not know is the file's own.
+// What the companions do not know is the file's own.
+
+int NetFile::vCheckObject(ZVOMLSyntaxObject* object) {
+  return resources_.vCheckObject(object) && ZVOMLFile::vCheckObject(object);
+}
 
 ZVObject* NetFile::vCreateObject(ZVOMLSyntaxObject* object, ZVOMLSyntaxObject* ownerSyntax, ZVObject* owner) {
   ZVObject* made = notes_.vCreateObject(object, ownerSyntax, owner);
+  if (!made) made = resources_.vCreateObject(object, ownerSyntax, owner);
   return made ? made : ZVOMLFile::vCreateObject(object, ownerSyntax, owner);
 }
 
 int NetFile::vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVObject* target) {
-  return notes_.vReadField(field, object, target) || ZVOMLFile::vReadField(field, object, target);
+  return notes_.vReadField(field, object, target) || resources_.vReadField(field, object, target) ||
+         ZVOMLFile::vReadField(field, object, target);
 }

@@ -5,8 +5,10 @@
 #include <memory>
 #include <string>
 
+#include "examples/netdraw/netfacto.h"
 #include "examples/netdraw/netmodel.h"
 #include "examples/netdraw/netnotes.h"
+#include "examples/netdraw/netresrc.h"
 #include "examples/netdraw/nettrace.h"
 #include "utils/zvomlfil.h"
 #include "utils/zvomlsta.h"
@@ -15,7 +17,7 @@ enum class Form { TEXT, BINARY };
 
 const char* nameOf(Form form);
 
-// The grammar of these files. Build one and let all files use it.
+// The grammar of these files.
 class NetGrammar : public ZVOMLStatic {
  public:
   NetGrammar();
@@ -25,7 +27,8 @@ class NetGrammar : public ZVOMLStatic {
 // writes afterwards.
 class NetFile : public ZVOMLFile {
  public:
-  NetFile(NetGrammar& grammar, Trace& trace);
+  // The factory makes the drawings that are read.
+  NetFile(NetFactory& factory, Trace& trace);
 
   // Null if the file has errors; the messages tell them.
   std::unique_ptr<NetGraph> read(const std::string& path, Form form);
@@ -35,9 +38,11 @@ class NetFile : public ZVOMLFile {
   // What the last run had to say, errors first, a line each.
   std::string messages() const;
   ZVFileCodeEnum code() const { return code_; }
+  NetFactory& factory() const { return factory_; }
 
  protected:
   void vWriteContents(ZVObject* top) override;
+  int vCheckObject(ZVOMLSyntaxObject* object) override;
   ZVObject* vCreateObject(ZVOMLSyntaxObject* object, ZVOMLSyntaxObject* ownerSyntax,
                           ZVObject* owner) override;
   int vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVObject* target) override;
@@ -45,9 +50,10 @@ class NetFile : public ZVOMLFile {
  private:
   void traceRun(const char* what, const std::string& path, Form form);
 
-  NetGrammar& grammar_;
+  NetFactory& factory_;
   Trace& trace_;
   NetNotes notes_{this};
+  NetResources resources_{this};
   ZVFileCodeEnum code_ = ZV_FILE_OK;
 };
 

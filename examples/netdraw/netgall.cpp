@@ -5,6 +5,7 @@
 
 #include "examples/netdraw/netlabel.h"
 #include "examples/netdraw/netpict.h"
+#include "examples/netdraw/netshape.h"
 
 namespace {
 
@@ -26,7 +27,7 @@ class Gallery {
  public:
   Gallery() {
     for (int column = 0; column < COLUMNS; ++column) {
-      const ZVShape& shape = shapes_[static_cast<Shape>(column)];
+      const ZVShape shape = outlineOf(static_cast<Shape>(column));
       drawClipping(shape, cell(column, 0));
       drawNearest(shape, cell(column, 1));
       drawLabels(shape, cell(column, 2), ZV_LABEL_LOCATION_TOP);
@@ -87,7 +88,6 @@ class Gallery {
     drawLabel(page_, place, label);
   }
 
-  ShapeSet shapes_;
   ZVSize size_{1201, 901};
   SvgPage page_{ZVRect(0, 0, COLUMNS* CELL, ROWS* CELL), 1000.0 / 72.0};
 };

@@ -2,14 +2,22 @@
 
 #include <map>
 
+#include "examples/netdraw/netcolor.h"
+#include "examples/netdraw/netfacto.h"
+#include "examples/netdraw/netshape.h"
 #include "netkeys.h"
 #include "utils/zvomlfil.h"
 #include "utils/zvomlsyn.h"
 
 namespace {
 
-const char* const SHAPES[] = {"box", "ellipse", "hexagon", "house", "octagon", "chevron"};
 const char* const PATTERNS[] = {"solid", "dashed", "dotted"};
+
+// A colour by its name, as earlier files have it; no name is no colour.
+void takeColor(Share<ZVColorResource>& share, NetGraph& graph, const char* name) {
+  ZVColor color;
+  share.take(setColor(color, name) ? graph.colors.share(color) : nullptr);
+}
 
 // A coordinate or an extent that stands in a pair; gives 1 if the field was one of the two.
 template <class First, class Second>
@@ -37,7 +45,11 @@ void NetObject::prepareIDForGraphFile(ZVIndexHashTable* table) {
   if (iUserField() == identityNumber()) iUserField(number_);
 }
 
-NetNode::NetNode(NetGraph* graph) : NetObject(graph, graph->takeNumber()) {}
+NetGraph& NetObject::ownerGraph() const { return *static_cast<NetGraph*>(owner_); }
+
+NetNode::NetNode(NetGraph* graph) : NetObject(graph, graph->takeNumber()) {
+  shape.take(graph->shapes.shareDefault());
+}
 
 int NetNode::vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject*, ZVOMLFile*) {
   switch (field->fieldIDIndex()) {
@@ -48,16 +60,25 @@ int NetNode::vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject*, ZVOMLFile*)
       label = field->stringValue();
       return 1;
     case ZV_XKEY_FI_SHAPE:
-      shape = static_cast<Shape>(field->enumValue());
+      shape.take(ownerGraph().shapes.share(outlineOf(static_cast<Shape>(field->enumValue()))));
+      return 1;
+    case ZV_XKEY_FI_SHAPEINDEX:
+      shape.take(ownerGraph().shapes.shareInTable(field->longValue()));
       return 1;
     case ZV_XKEY_FI_FILLED:
       filled = field->boolValue() != 0;
       return 1;
     case ZV_XKEY_FI_COLOR:
-      color = field->stringValue();
+      takeColor(color, ownerGraph(), field->stringValue());
+      return 1;
+    case ZV_XKEY_FI_COLORINDEX:
+      color.take(ownerGraph().colors.shareInTable(field->longValue()));
       return 1;
     case ZV_XKEY_FI_FILL:
-      fill = field->stringValue();
+      takeColor(fill, ownerGraph(), field->stringValue());
+      return 1;
+    case ZV_XKEY_FI_FILLINDEX:
+      fill.take(ownerGraph().colors.shareInTable(field->longValue()));
       return 1;
     default:
       return readPoint(field, centre) || readSize(field, size);
@@ -76,10 +97,10 @@ void NetNode::vWriteFields(ZVOMLFile* file, int) {
   file->writeClosingBracket();
   file->writeSectionStart("style", 1);
   file->writeOpeningBracket();
-  file->writeAttribute("shape", SHAPES[static_cast<int>(shape)]);
+  file->writeAttribute("shapeIndex", ownerGraph().shapes.placeInTable(shape));
   file->writeBoolAttribute("filled", filled);
-  file->writeStringAttribute("color", color.c_str());
-  file->writeStringAttribute("fill", fill.c_str());
+  if (color) file->writeAttribute("colorIndex", ownerGraph().colors.placeInTable(color));
+  if (fill) file->writeAttribute("fillIndex", ownerGraph().colors.placeInTable(fill));
   file->writeClosingBracket();
 }
 
@@ -138,7 +159,10 @@ int NetEdge::vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject*, ZVOMLFile*)
       target = static_cast<NetNode*>(field->objectValue());
       return target != nullptr;
     case ZV_XKEY_FI_COLOR:
-      color = field->stringValue();
+      takeColor(color, ownerGraph(), field->stringValue());
+      return 1;
+    case ZV_XKEY_FI_COLORINDEX:
+      color.take(ownerGraph().colors.shareInTable(field->longValue()));
       return 1;
     case ZV_XKEY_FI_PATTERN:
       pattern = static_cast<Pattern>(field->enumValue());
@@ -153,7 +177,7 @@ void NetEdge::vWriteFields(ZVOMLFile* file, int) {
   file->writeAttribute("target", target, this, 1);
   file->writeSectionStart("line", 1);
   file->writeOpeningBracket();
-  file->writeStringAttribute("color", color.c_str());
+  if (color) file->writeAttribute("colorIndex", ownerGraph().colors.placeInTable(color));
   file->writeAttribute("pattern", PATTERNS[static_cast<int>(pattern)]);
   file->writeClosingBracket();
   forEach<NetBend>(bends, [&](NetBend* bend) {
@@ -171,13 +195,13 @@ NetGraph::~NetGraph() {
 }
 
 NetNode* NetGraph::addNode() {
-  auto* node = new NetNode(this);
+  auto* node = static_cast<NetNode*>(factory_.zvNewDNode(this, 0));
   nodes.appendObject(node);
   return node;
 }
 
 NetEdge* NetGraph::addEdge() {
-  auto* edge = new NetEdge(this);
+  auto* edge = static_cast<NetEdge*>(factory_.zvNewDEdge(this, 0));
   edges.appendObject(edge);
   return edge;
 }
@@ -217,6 +241,28 @@ void NetGraph::vWriteFields(ZVOMLFile* file, int) {
   file->writeAttribute("width", extent.width());
   file->writeAttribute("height", extent.height());
   file->writeClosingBracket();
+}
+
+void NetGraph::closeTables() {
+  colors.closeTable();
+  shapes.closeTable();
+}
+
+void NetGraph::preFileWrite(ZVOMLFile* file) {
+  NetObject::preFileWrite(file);
+  colors.openTable();
+  shapes.openTable();
+  forEach<NetNode>(nodes, [&](NetNode* node) {
+    shapes.placeInTable(node->shape);
+    colors.placeInTable(node->color);
+    colors.placeInTable(node->fill);
+  });
+  forEach<NetEdge>(edges, [&](NetEdge* edge) { colors.placeInTable(edge->color); });
+}
+
+void NetGraph::postFileWrite(ZVOMLFile* file, ZVFileCodeEnum code) {
+  closeTables();
+  NetObject::postFileWrite(file, code);
 }
 
 void NetGraph::vBuildListOfSubObjects(ZVDList& list) {

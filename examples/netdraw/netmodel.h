@@ -1,13 +1,15 @@
 // The drawing in memory: a graph with nodes and edges, and the bend points of its edges.
 //
-// The graph owns its nodes, edges and notes, an edge its bends. Lengths are in thousandths of an inch, y
-// upward.
+// The graph owns its nodes, edges and notes, an edge its bends. Nodes and edges share the colours and shapes
+// of their graph, and the graph asks the factory that made it for new ones. Lengths are in thousandths of an
+// inch, y upward.
 #ifndef NETDRAW_NETMODEL_H
 #define NETDRAW_NETMODEL_H
 
 #include <string>
 #include <vector>
 
+#include "examples/netdraw/netshare.h"
 #include "utils/zvdlist.h"
 #include "utils/zvdlisti.h"
 #include "utils/zvomlobj.h"
@@ -15,9 +17,9 @@
 #include "utils/zvsize.h"
 #include "utils/zvtext.h"
 
+class NetFactory;
 class NetGraph;
 
-enum class Shape : int32_t { BOX, ELLIPSE, HEXAGON, HOUSE, OCTAGON, CHEVRON };
 enum class Pattern : int32_t { SOLID, DASHED, DOTTED };
 
 // Base of the layer's objects. An object that no file has given an id yet takes its number: the objects of
@@ -32,6 +34,10 @@ class NetObject : public ZVOMLObject {
   int32_t number() const { return number_; }
   void prepareIDForGraphFile(ZVIndexHashTable* table) override;
 
+ protected:
+  // REQUIRES: the graph is the owner.
+  NetGraph& ownerGraph() const;
+
  private:
   ZVOMLObject* owner_;
   int32_t number_;
@@ -45,10 +51,12 @@ class NetNode : public NetObject {
   std::string label;
   ZVPoint centre;
   ZVSize size;
-  Shape shape = Shape::BOX;
+  Share<ZVShapeResource> shape;  // never none
   bool filled = false;
-  std::string color;
-  std::string fill;
+  Share<ZVColorResource> color;  // none: black
+  Share<ZVColorResource> fill;   // none: white
+
+  const ZVShape& outline() const { return *shape.get()->pShape(); }
 
   int vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVOMLFile* file) override;
   void vWriteFields(ZVOMLFile* file, int flag) override;
@@ -71,7 +79,7 @@ class NetEdge : public NetObject {
 
   NetNode* source = nullptr;
   NetNode* target = nullptr;
-  std::string color;
+  Share<ZVColorResource> color;  // none: black
   Pattern pattern = Pattern::SOLID;
   ZVDList bends;
 
@@ -89,12 +97,14 @@ class NetEdge : public NetObject {
 
 class NetGraph : public NetObject {
  public:
-  NetGraph() : NetObject(nullptr, 1) {}
+  NetGraph(ZVOMLObject* owner, NetFactory& maker) : NetObject(owner, 1), factory_(maker) {}
   ~NetGraph() override;
 
   std::string title;
   double scale = 1.0;
   ZVSize extent;
+  SharedColors colors;
+  SharedShapes shapes;
   ZVDList nodes;
   ZVDList edges;
   ZVDList notes;  // texts
@@ -107,6 +117,12 @@ class NetGraph : public NetObject {
   // The next number for an object of this graph.
   int32_t takeNumber() { return nextNumber_++; }
 
+  // The tables of what is shared are open during a write, and from the first entry of a file that is read
+  // until this is called.
+  void closeTables();
+  void preFileWrite(ZVOMLFile* file) override;
+  void postFileWrite(ZVOMLFile* file, ZVFileCodeEnum code) override;
+
   int vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVOMLFile* file) override;
   void vWriteFields(ZVOMLFile* file, int flag) override;
 
@@ -114,6 +130,7 @@ class NetGraph : public NetObject {
   void vBuildListOfSubObjects(ZVDList& list) override;
 
  private:
+  NetFactory& factory_;
   int32_t nextNumber_ = 1;
 };
 

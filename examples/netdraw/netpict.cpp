@@ -4,7 +4,9 @@
 #include <cmath>
 #include <vector>
 
+#include "examples/netdraw/netcolor.h"
 #include "examples/netdraw/netlabel.h"
+#include "examples/netdraw/netshape.h"
 #include "utils/zvhorseg.h"
 #include "utils/zvptdl.h"
 
@@ -28,7 +30,11 @@ ZVPoint toward(const ZVPoint& from, const ZVPoint& to, double distance) {
 }
 
 std::string attribute(const char* name, const std::string& value) {
-  return std::string(name) + "=\"" + SvgPage::escaped(value) + "\" ";
+  return std::string(name) + "=\"" + value + "\" ";
+}
+
+std::string nameOf(const Share<ZVColorResource>& color, const char* otherwise) {
+  return color ? nameOf(*color.get()->pColor()) : otherwise;
 }
 
 std::string dashes(Pattern pattern) {
@@ -57,9 +63,9 @@ ZVRect boundsOf(const NetGraph& graph) {
 }
 
 // Begins a line at the last of the bends that lie in its first node, under which it cannot be seen.
-void dropHiddenBends(std::vector<ZVPoint>& points, const NetNode& node, const ZVShape& shape) {
+void dropHiddenBends(std::vector<ZVPoint>& points, const NetNode& node) {
   auto first = points.begin();
-  while (points.end() - first > 2 && shape.within(first[1], node.centre, node.size)) ++first;
+  while (points.end() - first > 2 && node.outline().within(first[1], node.centre, node.size)) ++first;
   points.erase(points.begin(), first);
 }
 
@@ -97,7 +103,7 @@ Picture::Picture(const NetGraph& graph, bool regions)
 // if the outline lies there, else on the way to the node's centre.
 ZVPoint Picture::endOnOutline(const NetNode& node, const ZVPoint& last, const ZVPoint& before) {
   ++ends_;
-  const ZVShape& shape = shapes_[node.shape];
+  const ZVShape& shape = node.outline();
   const double reach = ZVPoint::distance(0, 0, node.size.width(), node.size.height());
   ZVPoint end = toward(last, before, -reach);
   int met = shape.intersectsSegment(end, before, node.centre, node.size);
@@ -114,9 +120,9 @@ void Picture::drawEdge(const NetEdge& edge) {
   std::vector<ZVPoint> points = edge.leads();
   const bool smooth = NetEdge::areCurves(points);
   if (!smooth) {
-    dropHiddenBends(points, *edge.source, shapes_[edge.source->shape]);
+    dropHiddenBends(points, *edge.source);
     std::reverse(points.begin(), points.end());
-    dropHiddenBends(points, *edge.target, shapes_[edge.target->shape]);
+    dropHiddenBends(points, *edge.target);
     std::reverse(points.begin(), points.end());
   }
 
@@ -126,7 +132,7 @@ void Picture::drawEdge(const NetEdge& edge) {
   const ZVPoint back = toward(tip, points[points.size() - 2], ARROW_LENGTH);
   points.front() = start;
   points.back() = back;
-  const std::string color = edge.color.empty() ? "black" : edge.color;
+  const std::string color = nameOf(edge.color, "black");
   page_.path(points, smooth, attribute("stroke", color) + dashes(edge.pattern));
 
   ZVPoint wing(back.y() - tip.y(), tip.x() - back.x());  // a right angle to the left of the arrow
@@ -137,10 +143,10 @@ void Picture::drawEdge(const NetEdge& edge) {
 }
 
 void Picture::drawNode(const NetNode& node) {
-  const ZVShape& shape = shapes_[node.shape];
+  const ZVShape& shape = node.outline();
   drawOutline(page_, shape, node.centre, node.size,
-              attribute("fill", node.filled && !node.fill.empty() ? node.fill : "white") +
-                  attribute("stroke", node.color.empty() ? "black" : node.color));
+              attribute("fill", node.filled ? nameOf(node.fill, "white") : "white") +
+                  attribute("stroke", nameOf(node.color, "black")));
   ZVPoint place;
   const LabelBlock label =
       placeLabel(place, shape, node.centre, node.size, node.label, LETTERS, ZV_LABEL_LOCATION_CENTER);
@@ -153,7 +159,7 @@ void Picture::drawNode(const NetNode& node) {
 }
 
 void Picture::drawRegions(const NetNode& node, int32_t height) {
-  const ZVShape& shape = shapes_[node.shape];
+  const ZVShape& shape = node.outline();
   if (isPolygon(shape) && height > 0) {
     drawGrid(page_, outlinePolygon(shape, node.centre, node.size), height, ZV_LABEL_LOCATION_CENTER);
   }

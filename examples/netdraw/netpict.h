@@ -6,8 +6,8 @@
 
 #include "examples/netdraw/netmodel.h"
 #include "examples/netdraw/netpage.h"
-#include "examples/netdraw/netshape.h"
 #include "utils/zvpolygo.h"
+#include "utils/zvshape.h"
 
 class Picture {
  public:
@@ -30,7 +30,6 @@ class Picture {
   void drawRegions(const NetNode& node, int32_t height);
   ZVPoint endOnOutline(const NetNode& node, const ZVPoint& last, const ZVPoint& before);
 
-  ShapeSet shapes_;
   SvgPage page_;
   bool regions_;
   int ends_ = 0;

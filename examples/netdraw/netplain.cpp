@@ -6,6 +6,10 @@
 #include <stdexcept>
 #include <vector>
 
+#include "examples/netdraw/netcolor.h"
+#include "examples/netdraw/netfacto.h"
+#include "examples/netdraw/netshape.h"
+
 namespace {
 
 constexpr double UNITS_PER_INCH = 1000.0;
@@ -79,7 +83,9 @@ Value takeName(Words& words, const char* what, const std::map<std::string, Value
 
 class PlainReader {
  public:
-  explicit PlainReader(const std::string& title) { graph_->title = title; }
+  PlainReader(const std::string& title, NetFactory& factory) : graph_(factory.newGraph()) {
+    graph_->title = title;
+  }
 
   // Gives false at the last line.
   bool readLine(const std::string& line) {
@@ -128,9 +134,9 @@ class PlainReader {
     node->size.height(words.takeLength("height"));
     node->label = words.take("label");
     node->filled = words.take("style") == "filled";
-    node->shape = takeName(words, "shape", shapes);
-    node->color = words.take("color");
-    node->fill = words.take("fill colour");
+    node->shape.take(graph_->shapes.share(outlineOf(takeName(words, "shape", shapes))));
+    takeColor(words, "colour", node->color);
+    takeColor(words, "fill colour", node->fill);
   }
 
   void readEdge(Words& words) {
@@ -156,18 +162,28 @@ class PlainReader {
       words.takeNumber("y");
     }
     edge->pattern = takeName(words, "style", patterns);
-    edge->color = words.take("color");
+    takeColor(words, "colour", edge->color);
   }
 
-  std::unique_ptr<NetGraph> graph_ = std::make_unique<NetGraph>();
+  // No name is no colour.
+  void takeColor(Words& words, const char* what, Share<ZVColorResource>& share) {
+    const std::string& name = words.take(what);
+    ZVColor color;
+    if (name.empty()) return;
+    if (!setColor(color, name)) throw PlainError("`" + name + "' is no " + what);
+    share.take(graph_->colors.share(color));
+  }
+
+  std::unique_ptr<NetGraph> graph_;
   std::map<std::string, NetNode*> nodes_;
   bool hasGraph_ = false;
 };
 
 }  // namespace
 
-std::unique_ptr<NetGraph> readPlain(std::istream& in, const std::string& title, std::string& error) {
-  PlainReader reader(title);
+std::unique_ptr<NetGraph> readPlain(std::istream& in, const std::string& title, NetFactory& factory,
+                                    std::string& error) {
+  PlainReader reader(title, factory);
   int number = 0;
   try {
     for (std::string line; std::getline(in, line);) {

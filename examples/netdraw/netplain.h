@@ -16,7 +16,9 @@
 
 #include "examples/netdraw/netmodel.h"
 
-// Null if the text is not in that form; error then tells the line and what is wrong with it.
-std::unique_ptr<NetGraph> readPlain(std::istream& in, const std::string& title, std::string& error);
+// A drawing of that factory. Null if the text is not in that form; error then tells the line and what is
+// wrong with it.
+std::unique_ptr<NetGraph> readPlain(std::istream& in, const std::string& title, NetFactory& factory,
+                                    std::string& error);
 
 #endif

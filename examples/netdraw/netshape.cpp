@@ -15,36 +15,43 @@ ZVPointDList* listOf(std::initializer_list<std::pair<int, int>> vertices) {
   return list;
 }
 
-// The text rectangle between -x and x, -y and y.
-ZVRect around(int32_t x, int32_t y) { return {-x, -y, x, y}; }
+ZVShape polygon(std::initializer_list<std::pair<int, int>> vertices, const ZVRect& textBox) {
+  ZVShape shape(listOf(vertices));
+  shape.setInnerRect(textBox);
+  return shape;
+}
 
 }  // namespace
 
-ShapeSet::ShapeSet() {
-  at(Shape::ELLIPSE).setShapeType(ZV_SHAPE_ELLIPSE);
-  at(Shape::ELLIPSE).setInnerRect(around(707, 707));
-
-  at(Shape::HEXAGON)
-      .pPointList(listOf({{-1000, 0}, {-500, 1000}, {500, 1000}, {1000, 0}, {500, -1000}, {-500, -1000}}));
-  at(Shape::HEXAGON).setInnerRect(around(750, 500));
-
-  at(Shape::HOUSE).pPointList(listOf({{-1000, -1000}, {-1000, 300}, {0, 1000}, {1000, 300}, {1000, -1000}}));
-  at(Shape::HOUSE).setInnerRect(ZVRect(-900, -900, 900, 300));
-
-  at(Shape::OCTAGON)
-      .pPointList(listOf({{-1000, -414},
-                          {-1000, 414},
-                          {-414, 1000},
-                          {414, 1000},
-                          {1000, 414},
-                          {1000, -414},
-                          {414, -1000},
-                          {-414, -1000}}));
-  at(Shape::OCTAGON).setInnerRect(around(800, 600));
-
-  at(Shape::CHEVRON)
-      .pPointList(listOf({{-1000, -1000}, {-600, 0}, {-1000, 1000}, {600, 1000}, {1000, 0}, {600, -1000}}));
-  at(Shape::CHEVRON).setInnerRect(ZVRect(-600, -600, 760, 600));
+ZVShape outlineOf(Shape shape) {
+  switch (shape) {
+    case Shape::ELLIPSE: {
+      ZVShape ellipse(ZV_SHAPE_ELLIPSE);
+      ellipse.setInnerRect(ZVRect(-707, -707, 707, 707));
+      return ellipse;
+    }
+    case Shape::HEXAGON:
+      return polygon({{-1000, 0}, {-500, 1000}, {500, 1000}, {1000, 0}, {500, -1000}, {-500, -1000}},
+                     ZVRect(-750, -500, 750, 500));
+    case Shape::HOUSE:
+      return polygon({{-1000, -1000}, {-1000, 300}, {0, 1000}, {1000, 300}, {1000, -1000}},
+                     ZVRect(-900, -900, 900, 300));
+    case Shape::OCTAGON:
+      return polygon({{-1000, -414},
+                      {-1000, 414},
+                      {-414, 1000},
+                      {414, 1000},
+                      {1000, 414},
+                      {1000, -414},
+                      {414, -1000},
+                      {-414, -1000}},
+                     ZVRect(-800, -600, 800, 600));
+    case Shape::CHEVRON:
+      return polygon({{-1000, -1000}, {-600, 0}, {-1000, 1000}, {600, 1000}, {1000, 0}, {600, -1000}},
+                     ZVRect(-600, -600, 760, 600));
+    default:
+      return {};
+  }
 }
 
 bool isPolygon(const ZVShape& shape) { return shape.pPointList() != nullptr; }

@@ -1,28 +1,18 @@
-// The outlines of the node shapes.
+// The shapes that nodes come with, and the outlines of placed ones.
 #ifndef NETDRAW_NETSHAPE_H
 #define NETDRAW_NETSHAPE_H
 
-#include <array>
 #include <vector>
 
-#include "examples/netdraw/netmodel.h"
+#include "utils/zvpoint.h"
 #include "utils/zvpolygo.h"
 #include "utils/zvshape.h"
+#include "utils/zvsize.h"
 
-// One outline for each shape, with the rectangle inside it that suits a text. Polygons run clockwise.
-class ShapeSet {
- public:
-  ShapeSet();
-  ShapeSet(const ShapeSet&) = delete;
-  ShapeSet& operator=(const ShapeSet&) = delete;
+enum class Shape : int32_t { BOX, ELLIPSE, HEXAGON, HOUSE, OCTAGON, CHEVRON };
 
-  const ZVShape& operator[](Shape shape) const { return shapes_[static_cast<size_t>(shape)]; }
-
- private:
-  ZVShape& at(Shape shape) { return shapes_[static_cast<size_t>(shape)]; }
-
-  std::array<ZVShape, 6> shapes_;
-};
+// The outline of a shape, with the rectangle inside it that suits a text. Polygons run clockwise.
+ZVShape outlineOf(Shape shape);
 
 // The vertices of a polygonal shape for a node of that centre and size; none for other shapes.
 std::vector<ZVPoint> verticesOf(const ZVShape& shape, const ZVPoint& centre, const ZVSize& size);

@@ -8,14 +8,16 @@
 
 namespace nettable {
 
-inline constexpr const char* TYPES[] = {"graph", "node", "edge", "bend", "note", nullptr};
+inline constexpr const char* TYPES[] = {"graph", "node",   "edge",    "bend",   "note", "colors",
+                                        "rgb",   "shapes", "outline", "vertex", nullptr};
 
-inline constexpr const char* SECTIONS[] = {"extent", "place", "style", "line", nullptr};
+inline constexpr const char* SECTIONS[] = {"extent", "place", "style", "line", "textBox", nullptr};
 
-// The order of the shapes and patterns is that of Shape and Pattern in netmodel.h.
+// The order of the shapes is that of Shape in netshape.h, of the patterns that of Pattern in netmodel.h, of
+// the kinds of an outline (box, ellipse, polygon) that of Kind in netresrc.cpp.
 inline constexpr ZVOMLStaticVEStruct VALUES[] = {
-    {"box", 0},     {"ellipse", 1}, {"hexagon", 2}, {"house", 3},  {"octagon", 4},
-    {"chevron", 5}, {"solid", 0},   {"dashed", 1},  {"dotted", 2}, {nullptr, 0}};
+    {"box", 0},   {"ellipse", 1}, {"hexagon", 2}, {"house", 3},   {"octagon", 4}, {"chevron", 5},
+    {"solid", 0}, {"dashed", 1},  {"dotted", 2},  {"polygon", 2}, {nullptr, 0}};
 
 // Lengths are in thousandths of an inch, x to the right and y upward; a place is the node's centre.
 // clang-format off
@@ -48,6 +50,32 @@ inline constexpr const char* DEFINITIONS[] = {
     "O bend", "{", "F x I R", "F y I R", "}",
 
     "O note", "{", "F text S R", "}",
+
+    // Shared colours and shapes, in tables. Their entries are counted from 0, and nodes and edges name them by
+    // these indices. Earlier files have the fields color, fill and shape instead, which are no longer written.
+    "O graph", "{",
+    "  T colors",
+    "  T shapes",
+    "}",
+
+    "O colors", "{", "T rgb", "}",
+
+    "O rgb", "{", "F red I R", "F green I R", "F blue I R", "F transparent B", "}",
+
+    "O shapes", "{", "T outline", "}",
+
+    // Lengths are in thousandths of half the node's width and height, from its centre.
+    "O outline", "{",
+    "  E kind [ box ellipse polygon ] R",
+    "  S textBox", "{", "F left I R", "F bottom I R", "F right I R", "F top I R", "}",
+    "  T vertex",
+    "}",
+
+    "O vertex", "{", "F x I R", "F y I R", "}",
+
+    "O node", "{", "S style", "{", "F shapeIndex I", "F colorIndex I", "F fillIndex I", "}", "}",
+
+    "O edge", "{", "S line", "{", "F colorIndex I", "}", "}",
     nullptr};
 // clang-format on
 

@@ -3,6 +3,7 @@
 set -uo pipefail
 netdraw=$1
 data=$2
+earlier=$(dirname "$0")/../data/earlier
 failures=0
 
 # expect STATUS PATTERN ARGUMENT...: the call ends with that status and prints a line that matches.
@@ -38,6 +39,8 @@ expect 1 'holds no drawing' info /dev/null
 expect 0 'written as binary' convert new.oml -o new.omb
 expect 0 'references  252 of 252' info --from binary new.omb
 expect 1 'errors' info -f text new.omb
+expect 0 'colours +4, shared by 50 nodes and 126 edges' info new.omb
+expect 0 'shapes +4, shared by 50 nodes' info new.omb
 
 expect 0 '252 of 252 edge ends on an outline, 50 of 50 labels' draw "$data/git.oml" -o git.svg
 expect 0 '482 of 482 edge ends on an outline, 83 of 83 labels' draw -d "$data/graphviz.oml" -o graphviz.svg
@@ -49,7 +52,68 @@ for picture in git graphviz gallery; do
 done
 
 # What stands in a binary file is read by later forms of this program: names keep their numbers.
-[ "$(cksum <new.omb)" = '3976299737 24796' ] || { echo "the binary form changed"; failures=$((failures + 1)); }
+[ "$(cksum <new.omb)" = '3963566080 23897' ] || { echo "the binary form changed"; failures=$((failures + 1)); }
+
+# Files of the earlier form, with colours and shapes named in each object, come out in the present one.
+for form in oml omb; do
+  expect 0 'same drawing' check -s new.oml "$earlier/git.$form"
+  expect 0 'written as text' convert "$earlier/git.$form" -o present.oml
+  cmp new.oml present.oml || failures=$((failures + 1))
+done
+expect 0 'drawn' draw "$earlier/git.omb" -o present.svg
+cmp git.svg present.svg || failures=$((failures + 1))
+
+# varied SCRIPT [FILE]: a copy of the drawing, or of that file, as sed changes it.
+varied() {
+  sed -e "$1" "${2:-new.oml}" >varied.oml
+  cmp -s "${2:-new.oml}" varied.oml && { echo "nothing is varied by $1"; failures=$((failures + 1)); }
+}
+
+# Tables may stand behind the objects that refer to them, in parts, and tell an entry twice.
+for script in '/^\tcolors/,/^\t}/{H;d};/^}/{H;x}' '/red: 173/s/^/} colors: {/' \
+  's/^\t\trgb: { red: 173/\t\trgb: { red: 0 green: 0 blue: 0 }\n&/;s/fillIndex: 3/fillIndex: 4/;s/fillIndex: 2/fillIndex: 3/'; do
+  varied "$script"
+  expect 0 'same drawing' check -s new.oml varied.oml
+  expect 0 'written as text' convert varied.oml -o present.oml
+  cmp new.oml present.oml || failures=$((failures + 1))
+done
+
+# Colours that nothing uses stay in the drawing.
+varied 's/^\t\trgb: { red: 173/\t\trgb: { red: 1 green: 2 blue: 3 transparent: true }\r\n&/;s/fillIndex: 3/fillIndex: 4/;s/fillIndex: 2/fillIndex: 3/'
+expect 0 'colours +4,' info varied.oml
+expect 0 'written as binary' convert varied.oml -o present.omb
+expect 0 'written as text' convert present.omb -o present.oml
+cmp varied.oml present.oml || failures=$((failures + 1))
+
+# mistake MESSAGE SCRIPT [FILE]: the copy is refused.
+mistake() {
+  varied "$2" "${@:3}"
+  expect 1 "#$1 !" draw varied.oml -o bad.svg
+}
+mistake '103 .*:52:62. index 4 is outside the table of 4 colours' '0,/fillIndex: 1/s//fillIndex: 4/'
+mistake '103 .* index -1 is outside the table of 4 shapes' 's/shapeIndex: 1/shapeIndex: -1/'
+mistake '103 .* index 4 is outside the table of 4 colours' 's/{ colorIndex: 0/{ colorIndex: 4/'
+mistake '103 .* index 0 is outside the table of 0 colours' '/^\t\trgb/d'
+mistake '101 .*:10:12. a colour has channels from 0 to 255' 's/red: 173/red: 256/'
+mistake '029 .* missing attribute .GREEN.' 's/ green: 216//'
+mistake '102 .* a polygon needs three vertices' 's/kind: ellipse/kind: polygon/'
+mistake '102 .* only a polygon has vertices' '0,/kind: polygon/s//kind: box/'
+mistake '102 .* a shape has coordinates from -1000 to 1000' 's/vertex: { x: -500/vertex: { x: -1500/'
+mistake '102 .* the text box is flat' 's/right: 707/right: -707/'
+mistake '101 .* .mauve. names no colour' '0,/"lightblue"/s//"mauve"/' "$earlier/git.oml"
+mistake '101 .* .#12345. names no colour' '0,/color: "black"/s//color: "#12345"/' "$earlier/git.oml"
+expect 1 "line 2: .mauve. is no fill colour" import \
+  <(printf 'graph 1 2 3\nnode a 1 2 3 4 l s box black mauve\n') -o bad.oml
+
+# Earlier files may name a colour in either case and as a number; pictures take its name if it has one.
+varied '0,/"lightblue"/s//"#ADD8E6"/;0,/"lightblue"/s//"LightBlue"/' "$earlier/git.oml"
+expect 0 'same drawing' check -s new.oml varied.oml
+varied '0,/"lightblue"/s//"none"/;0,/"lightblue"/s//"#abc"/' "$earlier/git.oml"
+expect 1 'node 2: fill colour differs' check -s new.oml varied.oml
+expect 0 'drawn' draw varied.oml -o varied.svg
+for fill in none '#aabbcc'; do
+  grep -qF "fill=\"$fill\" stroke" varied.svg || { echo "no colour $fill"; failures=$((failures + 1)); }
+done
 
 rm -f all.trc
 expect 0 '50 of 50 nodes fitted' fit new.omb -o fitted.oml --trace all.trc
