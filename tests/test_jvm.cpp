@@ -10,8 +10,6 @@
 
 #include "tests/support/assertion.h"
 #include "tests/support/mirrored.h"
-#include "utils/zvdlist.h"
-#include "utils/zvdlistc.h"
 #include "utils/zvobjwid.h"
 #include "utils/zvvalue.h"
 
@@ -166,22 +164,6 @@ TEST_F(JavaMirror, OfEachClassIsMadeOnceAndUnloadedOnce) {
     EXPECT_EQ(ZVObject::pCppObject(env, mirror), 0);
     env->DeleteLocalRef(mirror);
   }
-}
-
-TEST_F(JavaMirror, OfAListedObjectGoesWithIt) {
-  ZVDList list;
-  for (int32_t number : {1, 2, 3}) list.appendObject(new ZVInt(number));
-  jobject first = list.pFirstCell()->pObject()->getJavaObject(env);
-  jobject last = list.pLastCell()->pObject()->getJavaObject(env);
-  jobject cell = list.pFirstCell()->getJavaObject(env);
-
-  ZVDList copy(list);
-  EXPECT_EQ(copy.pFirstCell()->pObject()->javaIndex(), -1);
-  copy.deleteAllCellsAndObjects();
-  EXPECT_EQ(unloads(first) + unloads(last) + unloads(cell), 0);
-
-  list.deleteAllCellsAndObjects();
-  for (jobject mirror : {first, last, cell}) EXPECT_EQ(unloads(mirror), 1);
 }
 
 TEST_F(JavaMirror, OfALayersClassComesFromGetJavaClassAlone) {

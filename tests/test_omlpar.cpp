@@ -98,13 +98,9 @@ const Case FILE_ERRORS[] = {
     {"version 1 :", "23 -"},
     {"graph", "26 -"},
     {"id: defaults graph 1", "40 1:18 GRAPH $TOPLEVEL$"},
-    {"graph 1 {", "15 1:9\n15 1:9\n15 1:9"},
     {"graph 1 { width", "15 1:9\n20 -\n15 1:9\n15 1:9\n15 1:9\n15 1:9"},
     {"include: \"name.oml\" 5", "46 name.oml:2:5 SCALE $TOPLEVEL$"},
     {"include: \"value.oml\" version: 1.5", "24 value.oml:1:12 4\n24 1:33 4"},
-    {"@@@@@@@@@@@@@@@ version 1.5",
-     "20 1:1\n20 1:2\n20 1:3\n20 1:4\n20 1:5\n20 1:6\n20 1:7\n20 1:8\n20 1:9\n20 1:10\n20 1:11\n20 1:12\n"
-     "20 1:13\n20 1:14\n20 1:15\n24 1:27 4\n10 -"},
 };
 
 // The messages that the short form stands for.
@@ -122,7 +118,7 @@ std::string fullMessages(const char* shortForm) {
       if (id == 24) argument = getStringResource(std::stoi(argument));
       text.replace(text.find("%s"), 2, argument);
     }
-    messages += id == 10 || id == 13 ? "Fatal error #0" : "Error #0";
+    messages += id == 13 ? "Fatal error #0" : "Error #0";
     messages += std::to_string(id);
     if (place != "-") {
       messages += place.find("oml") == std::string::npos ? " (f.oml:" : " (";

@@ -630,8 +630,6 @@ TEST(OmlBuilding, FaultsGetTheirMessagesAndLeaveNoObjectBehind) {
   ThingFile file;
   EXPECT_EQ(file.readOMLFile(nullptr, &grammar(), nullptr, -1, 0, 0, 0), ZV_FILE_BAD_READ_CALL);
   EXPECT_EQ(file.readOMLFile("rw.oml", nullptr, nullptr, -1, 0, 0, 0), ZV_FILE_BAD_READ_CALL);
-  EXPECT_EQ(file.read("no such file", 0), ZV_FILE_OPEN_ERROR);
-  EXPECT_STREQ(file.pErrorStringBuffer(), "Fatal error #013 cannot open `no such file' !\n");
 }
 
 TEST(OmlBuilding, AnExpectedObjectIsFilledAndStaysTheCallers) {
