@@ -233,10 +233,11 @@ int ZVRectSides::overlapsSegment(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
   const double height = static_cast<double>(top) - bottom;
   const double toX = static_cast<double>(x1) + x2 - left - right;
   const double toY = static_cast<double>(y1) + y2 - bottom - top;
-  const bool boxesMeet = (std::abs(toX) <= width + std::abs(dx)) & (std::abs(toY) <= height + std::abs(dy));
+  const bool meetsOnX = std::abs(toX) <= width + std::abs(dx);
+  const bool meetsOnY = std::abs(toY) <= height + std::abs(dy);
   const double gap = std::abs(dx * toY - dy * toX) - (width * std::abs(dy) + height * std::abs(dx));
   const double nearby = 2 * (std::abs(dx) + std::abs(dy));
-  if (std::abs(gap) > nearby && left <= right && bottom <= top) return boxesMeet & (gap < 0);
+  if (std::abs(gap) > nearby && left <= right && bottom <= top) return meetsOnX & meetsOnY & (gap < 0);
   return within(x1, y1) || within(x2, y2) || segmentHits(x1, y1, x2, y2);
 }
 
