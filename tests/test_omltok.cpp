@@ -227,6 +227,10 @@ TEST_F(OmlTokens, MakeATreeAndMessagesThatNameThePlace) {
       messagesOf(bytes({'f', 0}) + "\"i.oml\"f" + bytes({7, '"', 'a', '"'}), 1),
       "Error #024 (t.oml:10:0) floating point number expected !|Error #020 (t.oml:11:0) unexpected token !|"
       "Error #023 (t.oml:14:0) unexpected attribute value !|");
+  // The including file goes on behind what its buffer holds.
+  writeFile("i.oml", "\n");
+  EXPECT_EQ(messagesOf("include: \"i.oml\" " + std::string(20000, ' ') + "title: ?"),
+            "Error #020 (t.oml:1:20025) unexpected token !|");
   EXPECT_EQ(file_.readOMLFile("none.oml", &grammar_, nullptr, -1, 0, 0, 0), ZV_FILE_OPEN_ERROR);
   EXPECT_EQ(file_.messages(), "Fatal error #013 cannot open `none.oml' !\n");
   // A folder can be opened, but not be read.
