@@ -223,10 +223,6 @@ TYPED_TEST(SortedLists, RefuseNoListAndThemselves) {
     EXPECT_EQ(this->list.copyTransferListIfNotInList(source), 0);
     EXPECT_EQ(this->list.copyTransferListPartIfNotInList(source, cell, cell), 0);
   }
-  typename TypeParam::List source;
-  source.appendObject(this->numbers[1].get());
-  EXPECT_EQ(this->list.transferListPart(&source, source.pFirstCell(), nullptr), 0);
-  EXPECT_EQ(this->list.transferListPart(&source, nullptr, source.pFirstCell()), 0);
   EXPECT_EQ(this->list.length(), 1);
 }
 

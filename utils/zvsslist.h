@@ -1,5 +1,5 @@
 // The singly linked twin of ZVSortedDList. All of it stands in ZVSortedList, with the operations of ZVSList
-// that are out of bounds, but for the search for a predecessor.
+// that are out of bounds, but for the search for a predecessor; transferNextListPart is out of bounds too.
 #ifndef ZV_ZVSSLIST_H
 #define ZV_ZVSSLIST_H
 

@@ -11,8 +11,9 @@
 //  2. Starts at one coordinate, and ends at one coordinate, come in the order of the input list.
 //  3. A segment lies in the sweep line during both of its actions.
 //
-// REQUIRES of both lists: they hold the same segments; no segment ends before it starts; all coordinates are
-// below 0x7FFFFFFF, and stay what they are until the segment has ended.
+// REQUIRES of both lists: they hold the same segments; no segment ends before it starts; coordinates stay
+// what they are until the segment has ended. They may be any 32-bit numbers: the largest one also stands for
+// a list that is used up, but a list that is used up has no event.
 //
 // Cost: two sorts, and for each segment one insertion and one search and removal in the sweep line, both
 // logarithmic in the number of open segments.
