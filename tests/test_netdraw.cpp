@@ -73,7 +73,7 @@ TEST(NetdrawOverlaps, AreThoseOfAllPairs) {
   for (unsigned seed = 0; seed < 300; ++seed) {
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     RandomDrawing drawing(seed);
-    const Overlaps found = findOverlaps(drawing.graph);
+    const Overlaps found = findOverlaps(drawing.graph, SIZE_MAX);
 
     decltype(found.nodes) pairs;
     for (auto a = drawing.nodes.begin(); a != drawing.nodes.end(); ++a) {
@@ -82,6 +82,11 @@ TEST(NetdrawOverlaps, AreThoseOfAllPairs) {
       }
     }
     ASSERT_EQ(found.nodes, pairs);
+    const size_t most = seed % 9;
+    const Overlaps first = findOverlaps(drawing.graph, most);
+    ASSERT_EQ(first.nodePairs, static_cast<int64_t>(pairs.size()));
+    pairs.resize(std::min(pairs.size(), most));
+    ASSERT_EQ(first.nodes, pairs);
 
     std::vector<const NetEdge*> crossing;
     for (const NetEdge* edge : drawing.edges) {
@@ -94,6 +99,36 @@ TEST(NetdrawOverlaps, AreThoseOfAllPairs) {
       ASSERT_TRUE(crosses(crossing[i], found.edges[i].second));
     }
   }
+}
+
+// Extents below 0 and places where 32 bits end.
+TEST(NetdrawOverlaps, EndAtTheEdgeOfTheNumbers) {
+  NetGraph graph;
+  auto add = [&](int32_t x, int32_t y, int32_t width, int32_t height) {
+    NetNode* node = graph.addNode();
+    node->centre.set(x, y);
+    node->size.width(width);
+    node->size.height(height);
+    return node;
+  };
+  const NetNode* inside = add(0, 0, 10, -100);
+  EXPECT_EQ(findOverlaps(graph, 1).nodePairs, 0);
+  NetNode* high = add(INT32_MAX - 10, INT32_MAX - 10, 100, 100);
+  NetNode* higher = add(INT32_MAX, INT32_MAX, 100, 100);
+  NetNode* low = add(INT32_MIN, INT32_MIN, 100, 100);
+  const NetNode* between = add(0, 0, 10, 10);
+  NetEdge* edge = graph.addEdge();
+  edge->source = high;
+  edge->target = low;
+  const Overlaps found = findOverlaps(graph, 9);
+  using Pair = std::pair<const NetNode*, const NetNode*>;
+  EXPECT_EQ(found.nodes, std::vector<Pair>(1, Pair(high, higher)));
+  ASSERT_EQ(found.edges.size(), 1U);
+  EXPECT_TRUE(found.edges[0].second == between || found.edges[0].second == higher);
+  EXPECT_GT(findRoute(graph, *high, *low, false).length, 6e9);
+  const ReadingOrder order(graph);
+  EXPECT_LT(order.rank(*high, *inside), 0);
+  EXPECT_LT(order.rank(*higher, *low), 0);
 }
 
 double lengthOf(const NetEdge* edge) {

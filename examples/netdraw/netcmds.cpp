@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -75,19 +76,25 @@ int countBends(const NetGraph& graph) {
   return bends;
 }
 
-// The node of that title; shows it if there is none.
+// The first node of that title; shows it if there is none, or another one.
 const NetNode* findShowing(const NetGraph& graph, const std::string& path, const std::string& title) {
-  const NetNode* node = graph.findNode(title);
-  if (!node) std::printf("%s: holds no node \"%s\"\n", path.c_str(), title.c_str());
-  return node;
+  const NetNode* first = graph.findNode(title);
+  int count = 0;
+  forEach<NetNode>(graph.nodes, [&](NetNode* node) { count += node->title == title; });
+  if (count == 0) std::printf("%s: holds no node \"%s\"\n", path.c_str(), title.c_str());
+  if (count > 1) {
+    std::printf("%s: holds %d nodes \"%s\"; the first is meant\n", path.c_str(), count, title.c_str());
+  }
+  return first;
 }
 
-// Lists the first ones of what was found.
+// Lists the first ones of what was found, of which there are count.
 template <class Found, class Show>
-void showFirst(const std::vector<Found>& found, int most, Show show) {
+void showFirst(const std::vector<Found>& found, int64_t count, int most, Show show) {
   const size_t shown = std::min(found.size(), static_cast<size_t>(most));
   for (size_t i = 0; i < shown; ++i) show(found[i]);
-  if (shown < found.size()) std::printf("  and %zu more\n", found.size() - shown);
+  const auto rest = static_cast<std::intmax_t>(count) - static_cast<std::intmax_t>(shown);
+  if (rest > 0) std::printf("  and %jd more\n", rest);
 }
 
 // Says how many colours and shapes there are for how many nodes and edges.
@@ -251,14 +258,15 @@ int showOverlaps(Trace& trace, const std::string& path, Form from, int most) {
   std::unique_ptr<NetGraph> graph = readShowing(factory, trace, path, from);
   if (!graph) return EXIT_FILE_ERRORS;
   auto start = Clock::now();
-  const Overlaps overlaps = findOverlaps(*graph);
-  std::printf("%s: %zu pairs of nodes overlap, %zu of %d edges cross other nodes, found in %.2f ms\n",
-              path.c_str(), overlaps.nodes.size(), overlaps.edges.size(), graph->edges.length(),
-              millisecondsSince(start));
-  showFirst(overlaps.nodes, most, [](const auto& pair) {
+  const Overlaps overlaps = findOverlaps(*graph, static_cast<size_t>(most));
+  const auto edges = static_cast<int64_t>(overlaps.edges.size());
+  std::printf("%s: %jd pairs of nodes overlap, %jd of %d edges cross other nodes, found in %.2f ms\n",
+              path.c_str(), static_cast<std::intmax_t>(overlaps.nodePairs), static_cast<std::intmax_t>(edges),
+              graph->edges.length(), millisecondsSince(start));
+  showFirst(overlaps.nodes, overlaps.nodePairs, most, [](const auto& pair) {
     std::printf("  \"%s\" and \"%s\" overlap\n", pair.first->title.c_str(), pair.second->title.c_str());
   });
-  showFirst(overlaps.edges, most, [](const auto& pair) {
+  showFirst(overlaps.edges, edges, most, [](const auto& pair) {
     const NetEdge& edge = *pair.first;
     std::printf("  \"%s\" -> \"%s\" crosses \"%s\"\n", edge.source->title.c_str(), edge.target->title.c_str(),
                 pair.second->title.c_str());

@@ -1,5 +1,6 @@
 // netdraw: imports, checks, converts and examines drawings of graphs kept in OML files.
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <exception>
 #include <map>
 #include <optional>
@@ -153,7 +154,10 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   try {
-    return run(argc, argv);
+    const int status = run(argc, argv);
+    if (std::fflush(stdout) == 0 && !std::ferror(stdout)) return status;
+    std::fprintf(stderr, "netdraw: the output cannot be written\n");
+    return status == EXIT_GOOD ? EXIT_FILE_ERRORS : status;
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "netdraw: %s\n", failure.what());
     return EXIT_FILE_ERRORS;

@@ -1,5 +1,6 @@
 #include "examples/netdraw/netmodel.h"
 
+#include <algorithm>
 #include <map>
 
 #include "examples/netdraw/netcolor.h"
@@ -49,6 +50,15 @@ NetGraph& NetObject::ownerGraph() const { return *static_cast<NetGraph*>(owner_)
 
 NetNode::NetNode(NetGraph* graph) : NetObject(graph, graph->takeNumber()) {
   shape.take(graph->shapes.shareDefault());
+}
+
+ZVRect NetNode::rect() const {
+  const int32_t width = std::max(size.width(), 0);
+  const int32_t height = std::max(size.height(), 0);
+  const double left = static_cast<double>(centre.x()) - width / 2;
+  const double bottom = static_cast<double>(centre.y()) - height / 2;
+  return ZVRect(truncateToInt32(left), truncateToInt32(bottom), truncateToInt32(left + width),
+                truncateToInt32(bottom + height));
 }
 
 int NetNode::vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject*, ZVOMLFile*) {

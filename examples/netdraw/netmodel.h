@@ -14,6 +14,7 @@
 #include "utils/zvdlisti.h"
 #include "utils/zvomlobj.h"
 #include "utils/zvpoint.h"
+#include "utils/zvrect.h"
 #include "utils/zvsize.h"
 #include "utils/zvtext.h"
 
@@ -57,6 +58,9 @@ class NetNode : public NetObject {
   Share<ZVColorResource> fill;   // none: white
 
   const ZVShape& outline() const { return *shape.get()->pShape(); }
+
+  // What it covers, cut off where 32 bits end; a negative extent counts as 0.
+  ZVRect rect() const;
 
   int vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVOMLFile* file) override;
   void vWriteFields(ZVOMLFile* file, int flag) override;

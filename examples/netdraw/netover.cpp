@@ -4,7 +4,6 @@
 #include <cmath>
 #include <deque>
 
-#include "utils/zvrect.h"
 #include "utils/zvsweep.h"
 
 namespace {
@@ -46,6 +45,11 @@ int32_t within32Bits(int64_t value) {
   return static_cast<int32_t>(std::clamp(value, int64_t{INT32_MIN}, int64_t{INT32_MAX}));
 }
 
+bool areInOrder(const std::pair<const NetNode*, const NetNode*>& a,
+                const std::pair<const NetNode*, const NetNode*>& b) {
+  return std::pair(a.first->number(), a.second->number()) < std::pair(b.first->number(), b.second->number());
+}
+
 bool shareArea(const ZVRect& a, const ZVRect& b) {
   return std::max(a.left(), b.left()) < std::min(a.right(), b.right()) &&
          std::max(a.bottom(), b.bottom()) < std::min(a.top(), b.top());
@@ -53,8 +57,8 @@ bool shareArea(const ZVRect& a, const ZVRect& b) {
 
 bool runsThrough(const Item& piece, const Item& node) {
   const ZVRectSides sides = node.rect.sides();
-  const ZVRectSides inner{add32(sides.left, 1), subtract32(sides.top, 1), subtract32(sides.right, 1),
-                          add32(sides.bottom, 1)};
+  if (sides.left == sides.right || sides.bottom == sides.top) return false;
+  const ZVRectSides inner{sides.left + 1, sides.top - 1, sides.right - 1, sides.bottom + 1};
   return inner.left <= inner.right && inner.bottom <= inner.top &&
          inner.overlapsSegment(piece.from.x(), piece.from.y(), piece.to.x(), piece.to.y());
 }
@@ -64,7 +68,7 @@ bool runsThrough(const Item& piece, const Item& node) {
 // that have met no node yet: a node has everything as its neighbours, a piece the nodes.
 class BandSweep : public ZVSweep {
  public:
-  explicit BandSweep(Overlaps& overlaps) : overlaps_(overlaps) {}
+  BandSweep(Overlaps& overlaps, size_t most) : overlaps_(overlaps), most_(most) {}
 
   // The items are those that reach into the band, which is without its top.
   void sweepBand(const std::vector<Item*>& items, int32_t bottom, int32_t top) {
@@ -122,8 +126,8 @@ class BandSweep : public ZVSweep {
       x1 = xAt(std::max(item.bottom, bottom_));
       x2 = xAt(std::min(item.top, top_));
     }
-    item.left = static_cast<int32_t>(std::floor(std::min(x1, x2)));
-    item.right = static_cast<int32_t>(std::ceil(std::max(x1, x2)));
+    item.left = truncateToInt32(std::floor(std::min(x1, x2)));
+    item.right = truncateToInt32(std::ceil(std::max(x1, x2)));
   }
 
   // Two nodes meet in each band that both reach into, and are noted in that of the lower side of what they
@@ -131,8 +135,18 @@ class BandSweep : public ZVSweep {
   void meetNodes(const Item& a, const Item& b) {
     const int32_t side = std::max(a.bottom, b.bottom);
     if (&a == &b || side < bottom_ || side >= top_ || !shareArea(a.rect, b.rect)) return;
-    overlaps_.nodes.emplace_back(std::minmax(
-        a.node, b.node, [](const NetNode* p, const NetNode* q) { return p->number() < q->number(); }));
+    ++overlaps_.nodePairs;
+    // A heap of the first pairs so far, with the last of them on top.
+    auto& kept = overlaps_.nodes;
+    const auto pair =
+        a.node->number() < b.node->number() ? std::pair(a.node, b.node) : std::pair(b.node, a.node);
+    if (kept.size() >= most_) {
+      if (kept.empty() || !areInOrder(pair, kept.front())) return;
+      std::pop_heap(kept.begin(), kept.end(), areInOrder);
+      kept.pop_back();
+    }
+    kept.push_back(pair);
+    std::push_heap(kept.begin(), kept.end(), areInOrder);
   }
 
   static void meetLine(const Item& piece, const Item& node) {
@@ -142,6 +156,7 @@ class BandSweep : public ZVSweep {
   }
 
   Overlaps& overlaps_;
+  size_t most_;
   int32_t bottom_ = 0;
   int32_t top_ = 0;
 };
@@ -150,8 +165,7 @@ class BandSweep : public ZVSweep {
 class Items {
  public:
   explicit Items(const NetGraph& graph) {
-    forEach<NetNode>(graph.nodes,
-                     [&](NetNode* node) { items_.emplace_back(node, ZVRect(node->centre, node->size)); });
+    forEach<NetNode>(graph.nodes, [&](NetNode* node) { items_.emplace_back(node, node->rect()); });
     forEach<NetEdge>(graph.edges, [&](NetEdge* edge) {
       if (!edge->source || !edge->target) return;
       lines.push_back({edge, nullptr});
@@ -181,12 +195,12 @@ class Items {
 
 }  // namespace
 
-Overlaps findOverlaps(const NetGraph& graph) {
+Overlaps findOverlaps(const NetGraph& graph, size_t most) {
   Overlaps overlaps;
   Items items(graph);
   if (items.sorted.empty()) return overlaps;
   const int32_t height = items.bandHeight(graph.nodes.length());
-  BandSweep sweep(overlaps);
+  BandSweep sweep(overlaps, most);
   std::vector<Item*> active;
   int64_t top = int64_t{items.sorted.front()->top} + 1;
   for (auto next = items.sorted.begin(); next != items.sorted.end() || !active.empty(); top -= height) {
@@ -195,10 +209,7 @@ Overlaps findOverlaps(const NetGraph& graph) {
     for (; next != items.sorted.end() && (*next)->top >= bottom; ++next) active.push_back(*next);
     sweep.sweepBand(active, within32Bits(bottom), within32Bits(top));
   }
-  std::sort(overlaps.nodes.begin(), overlaps.nodes.end(), [](const auto& a, const auto& b) {
-    return std::pair(a.first->number(), a.second->number()) <
-           std::pair(b.first->number(), b.second->number());
-  });
+  std::sort_heap(overlaps.nodes.begin(), overlaps.nodes.end(), areInOrder);
   for (const Line& line : items.lines) {
     if (line.met) overlaps.edges.emplace_back(line.edge, line.met);
   }

@@ -1,6 +1,7 @@
 #include "examples/netdraw/netroute.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "utils/zvbheap.h"
 
@@ -53,7 +54,12 @@ class StopHeap : public ZVBinHeap {
 double lengthOf(const NetEdge& edge) {
   const std::vector<ZVPoint> line = edge.line();
   double length = 0.0;
-  for (size_t i = 1; i < line.size(); ++i) length += line[i - 1].distance(line[i]);
+  for (size_t i = 1; i < line.size(); ++i) {
+    // The distances of the library wrap where coordinates lie too far apart for 32 bits.
+    const double dx = static_cast<double>(line[i].x()) - line[i - 1].x();
+    const double dy = static_cast<double>(line[i].y()) - line[i - 1].y();
+    length += std::sqrt(dx * dx + dy * dy);
+  }
   return length;
 }
 

@@ -165,6 +165,8 @@ expect 0 'and 1 more' overlaps -f binary row.omb -m 0
 expect 2 'most' overlaps row.omb -m -1
 expect 1 'cannot open' overlaps missing.oml
 
+"$netdraw" overlaps row.omb >/dev/full 2>/dev/null && { echo "lost output is called good"; failures=$((failures + 1)); }
+
 expect 0 '--both-ways' path --help
 expect 0 '1 edges, 6.000 inches' path row.omb a d
 expect 0 '2 edges, 4.828 inches' path --from binary row.omb e b -b
