@@ -6,6 +6,7 @@
 #include <random>
 #include <vector>
 
+#include "examples/netdraw/netfacto.h"
 #include "examples/netdraw/netorder.h"
 #include "examples/netdraw/netover.h"
 #include "examples/netdraw/netroute.h"
@@ -40,7 +41,8 @@ class RandomDrawing {
   }
   NetNode* any() { return nodes[static_cast<size_t>(below(static_cast<int32_t>(nodes.size())))]; }
 
-  NetGraph graph;
+  NetFactory factory;
+  NetGraph graph{nullptr, factory};
   std::vector<NetNode*> nodes;
   std::vector<NetEdge*> edges;
 
@@ -103,7 +105,8 @@ TEST(NetdrawOverlaps, AreThoseOfAllPairs) {
 
 // Extents below 0 and places where 32 bits end.
 TEST(NetdrawOverlaps, EndAtTheEdgeOfTheNumbers) {
-  NetGraph graph;
+  NetFactory factory;
+  NetGraph graph(nullptr, factory);
   auto add = [&](int32_t x, int32_t y, int32_t width, int32_t height) {
     NetNode* node = graph.addNode();
     node->centre.set(x, y);
