@@ -2,6 +2,8 @@
 
 #include <limits>
 
+#include "utils/zvfetch.h"
+
 ZV_DEFINE_FULL(ZVBinHeap, ZVDList)
 
 namespace {
@@ -11,8 +13,8 @@ constexpr int32_t FAR_LENGTH = 4096;
 
 void fetch(const ZVBinHeapCell* cell) {
   if (!cell) return;
-  __builtin_prefetch(cell);
-  __builtin_prefetch(reinterpret_cast<const char*>(cell + 1) - 1);
+  zvPrefetch(cell);
+  zvPrefetch(reinterpret_cast<const char*>(cell + 1) - 1);
 }
 
 void fetchChildren(const ZVBinHeapCell* cell) {

@@ -45,6 +45,30 @@ class Address {
 
 bool isDefaults(const ZVOMLSyntaxObject* object) { return object->objectIDIndex() == 0; }
 
+// Runs some objects ahead of a walk along siblings and names the references that the walk will come to, which
+// lead all over the memory of a large file.
+class LookAhead {
+ public:
+  explicit LookAhead(const ZVOMLSyntaxObjectList* first) : cell_(first) {
+    for (int i = 0; i < DISTANCE && cell_; ++i) cell_ = cell_->pNext;
+  }
+
+  template <class Fetch>
+  void step(Fetch fetch) {
+    if (!cell_) return;
+    for (const ZVOMLSyntaxFieldList* cell = cell_->pObject->pFieldList(); cell; cell = cell->pNext) {
+      const ZVOMLToken* value = cell->pField->pValueToken();
+      if (value && value->tag() == ZV_OML_OBJECT_ID) fetch(value->longValue());
+    }
+    cell_ = cell_->pNext;
+  }
+
+ private:
+  static constexpr int DISTANCE = 4;
+
+  const ZVOMLSyntaxObjectList* cell_;
+};
+
 }  // namespace
 
 void ZVIndexMemory::remember(int32_t first, int32_t second, int32_t index) {
@@ -57,6 +81,22 @@ void ZVIndexMemory::remember(int32_t first, int32_t second, int32_t index) {
   Place& place = places_[placeOf(first, second)];
   if (place.index < 0) ++used_;
   place = {first, second, index, UNKNOWN};
+}
+
+void ZVIntegerMemory::remember(int32_t number, int32_t index) {
+  constexpr size_t ALWAYS_DENSE = 1024;
+  const size_t bound = std::max(ALWAYS_DENSE, 4 * ++count_);
+  const auto place = static_cast<size_t>(number);
+  if (number < 0 || place >= std::max(bound, dense_.size())) return sparse_.remember(0, number, index);
+  if (place >= dense_.size()) dense_.resize(std::max(place + 1, dense_.size() * 2), -1);
+  dense_[place] = index;
+}
+
+ZVOMLFile::ObjectRecord* ZVOMLFile::ObjectRecords::make(int32_t index) {
+  const size_t block = static_cast<size_t>(index) / BLOCK;
+  if (block >= blocks_.size()) blocks_.resize(block + 1);
+  if (!blocks_[block]) blocks_[block].reset(new (std::nothrow) std::array<ObjectRecord, BLOCK>);
+  return find(index);
 }
 
 // ---- Whole reads
@@ -166,8 +206,12 @@ void ZVOMLFile::checkRequiredFields(ZVOMLSyntaxObject* object, int32_t own, int3
       internalErrorMessage(string(object->fileNameIndex()), object->line(), object->position(), 29,
                            fieldID(missing->fieldIDIndex()), nullptr, nullptr, 0);
   }
-  for (ZVOMLSyntaxObjectList* cell = object->pObjectList(); cell && !isFatalError(); cell = cell->pNext)
-    checkRequiredFields(cell->pObject, cell->pObject->objectIDIndex(), own == 0 ? scope : own, counter);
+  const int32_t inner = own == 0 ? scope : own;
+  LookAhead ahead(object->pObjectList());
+  for (ZVOMLSyntaxObjectList* cell = object->pObjectList(); cell && !isFatalError(); cell = cell->pNext) {
+    ahead.step([&](int32_t id) { knownIDs_->addresses.prefetch(inner, id); });
+    checkRequiredFields(cell->pObject, cell->pObject->objectIDIndex(), inner, counter);
+  }
 }
 
 // A relative value becomes an absolute address once: the first object that is visited decides its scope. What
@@ -281,7 +325,9 @@ int ZVOMLFile::setOwnedFields(ZVOMLSyntaxObject* object, ZVOMLSyntaxObject* owne
       if (!vReadField(iter.pField(), ownerSyntax, owner)) good = 0;
     if (!isFatalError()) vPostReadFields(ownerSyntax, owner);
   }
+  LookAhead ahead(object->pObjectList());
   for (ZVOMLSyntaxObjectList* cell = object->pObjectList(); cell && !isFatalError(); cell = cell->pNext) {
+    ahead.step([&](int32_t address) { zvPrefetch(records_->find(address)); });
     ZVOMLSyntaxObject* child = cell->pObject;
     const int childGood = isDefaults(child) ? setOwnedFields(child, ownerSyntax, owner)
                                             : setOwnedFields(child, child, pObject(child->objectIDIndex()));
@@ -329,7 +375,7 @@ int32_t ZVOMLFile::enumValue(int32_t index) const { return grammar_ ? grammar_->
 int ZVOMLFile::definedSection(int32_t index) const { return grammar_ && grammar_->definedSection(index); }
 
 ZVOMLSyntaxObject* ZVOMLFile::pSyntaxObject(int32_t index) const {
-  const auto* record = objectIDPool_ ? static_cast<ObjectRecord*>(objectIDPool_->pointer(index)) : nullptr;
+  const ObjectRecord* record = records_ ? records_->find(index) : nullptr;
   return record ? record->syntaxObject : nullptr;
 }
 
@@ -339,18 +385,19 @@ ZVOMLSyntaxObject* ZVOMLFile::pSyntaxObject(int32_t index, ZVOMLSyntaxObject* ob
 }
 
 ZVObject* ZVOMLFile::pObject(int32_t index) const {
-  const auto* record = objectIDPool_ ? static_cast<ObjectRecord*>(objectIDPool_->pointer(index)) : nullptr;
+  const ObjectRecord* record = records_ ? records_->find(index) : nullptr;
   return record ? record->object : nullptr;
 }
 
 // The index of the decimal text of a number.
 int32_t ZVOMLFile::storeIntegerIDIndex(int32_t number) {
   if (!objectIDPool_) return -1;
-  if (const ZVIndexMemory::Place* known = knownIDs_->integers.find(0, number)) return known->index;
+  int32_t index = knownIDs_->integers.find(number);
+  if (index >= 0) return index;
   char text[zvnumber::INTEGER_ROOM];
   zvnumber::formatInteger(text, number);
-  const int32_t index = objectIDPool_->update(text);
-  knownIDs_->integers.remember(0, number, index);
+  index = objectIDPool_->update(text);
+  knownIDs_->integers.remember(number, index);
   return index;
 }
 
@@ -368,9 +415,7 @@ ZVOMLFile::ObjectRecord* ZVOMLFile::objectRecord(int32_t index) {
   if (!objectIDPool_ || index < 0 || index >= objectIDPool_->decodeTableMax()) return nullptr;
   auto* record = static_cast<ObjectRecord*>(objectIDPool_->pointer(index));
   if (!record) {
-    void* memory = records_->obtain(sizeof(ObjectRecord));
-    if (!memory) return nullptr;
-    record = new (memory) ObjectRecord;
+    record = records_->make(index);
     objectIDPool_->pointer(index, record);
   }
   return record;

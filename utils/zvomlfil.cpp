@@ -91,7 +91,7 @@ void ZVOMLFile::makePools() {
   uncheckedFieldIDPool_ = new ZVStringPool(g.fieldIDHashSize(), g.fieldIDPoolSize(), 0, 0);
   objectIDPool_ = new ZVStringPool(g.objectIDHashSize(), g.objectIDPoolSize(), 1, 1);
   knownIDs_ = std::make_unique<KnownIDs>();
-  records_ = std::make_unique<ZVOMLArena>();
+  records_ = std::make_unique<ObjectRecords>();
   storeObjectIDIndex("defaults");
 }
 
@@ -121,7 +121,7 @@ void ZVOMLFile::releasePools() {
        {&stringPool_, &unknownSectionIDPool_, &unknownFieldIDPool_, &uncheckedFieldIDPool_, &objectIDPool_}) {
     if (*pool) remains().pools.push_back(std::exchange(*pool, nullptr));
   }
-  if (records_) remains().arenas.push_back(std::move(records_));
+  if (records_) remains().records.push_back(std::move(records_));
 }
 
 void ZVOMLFile::releaseTree() {

@@ -208,6 +208,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
 
   // What the object id pool points to for an address: the nodes of both phases.
   struct ObjectRecord;
+  class ObjectRecords;
   // What a fatal error or cleanup takes out of reach during a run, until the run has returned.
   struct Remains;
   class Run;
@@ -484,7 +485,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   // The nodes of the syntax tree, apart, since most passes look at objects alone.
   std::unique_ptr<ZVOMLArena> objectNodes_;
   std::unique_ptr<ZVOMLArena> fieldNodes_;
-  std::unique_ptr<ZVOMLArena> records_;  // of the object id pool
+  std::unique_ptr<ObjectRecords> records_;  // of the object id pool
   int ignoreField_ = 0;
   int inUncheckedSection_ = 0;
   ZVStringHandle* auxCLIBuffer_ = nullptr;  // not owned

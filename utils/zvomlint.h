@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "utils/zvfetch.h"
 #include "utils/zvomlfil.h"
 #include "utils/zvstrhnd.h"
 
@@ -110,6 +111,25 @@ struct ZVOMLFile::ObjectRecord {
   ZVObject* object = nullptr;
 };
 
+// The records of the entries of the object id pool. They lie in the order of the indices, so that a look-up
+// reads no table before.
+class ZVOMLFile::ObjectRecords {
+ public:
+  // Null if none was made in that place, as for an index that no entry has.
+  ObjectRecord* find(int32_t index) const {
+    const size_t block = static_cast<size_t>(index) / BLOCK;
+    return block < blocks_.size() && blocks_[block] ? &(*blocks_[block])[static_cast<size_t>(index) % BLOCK]
+                                                    : nullptr;
+  }
+  // Makes the record, unless it is there.
+  ObjectRecord* make(int32_t index);
+
+ private:
+  static constexpr size_t BLOCK = 1024;
+
+  std::vector<std::unique_ptr<std::array<ObjectRecord, BLOCK>>> blocks_;
+};
+
 // Owns what cleanup takes out of reach. During a run it waits here, so that no frame of the parser or of a
 // callback ever looks at freed memory.
 struct ZVOMLFile::Remains {
@@ -121,7 +141,8 @@ struct ZVOMLFile::Remains {
   std::vector<ZVObject*> objects;
   std::vector<ZVOMLSyntaxObject*> trees;
   std::vector<ZVStringPool*> pools;
-  std::vector<std::unique_ptr<ZVOMLArena>> arenas;  // of the trees and the pools
+  std::vector<std::unique_ptr<ZVOMLArena>> arenas;  // of the trees
+  std::vector<std::unique_ptr<ObjectRecords>> records;
 };
 
 // One run of a read or a write, from behind initParser to the last use of the file: what cleanup releases
@@ -233,6 +254,9 @@ class ZVIndexMemory {
     return place.index >= 0 && place.first == first && place.second == second ? &place : nullptr;
   }
   void remember(int32_t first, int32_t second, int32_t index);
+  void prefetch(int32_t first, int32_t second) const {
+    if (!places_.empty()) zvPrefetch(&places_[placeOf(first, second)]);
+  }
 
  private:
   size_t placeOf(int32_t first, int32_t second) const {
@@ -244,9 +268,28 @@ class ZVIndexMemory {
   size_t used_ = 0;
 };
 
+// Remembers the index of the decimal text of a number: in a plain table as long as the numbers are about as
+// dense as those of a program that counts its objects.
+class ZVIntegerMemory {
+ public:
+  // -1 if it is not remembered.
+  int32_t find(int32_t number) {
+    if (number >= 0 && static_cast<size_t>(number) < dense_.size())
+      return dense_[static_cast<size_t>(number)];
+    const ZVIndexMemory::Place* place = sparse_.find(0, number);
+    return place ? place->index : -1;
+  }
+  void remember(int32_t number, int32_t index);
+
+ private:
+  std::vector<int32_t> dense_;
+  size_t count_ = 0;
+  ZVIndexMemory sparse_;
+};
+
 // What the object id pool would answer again and again.
 struct ZVOMLFile::KnownIDs {
-  ZVIndexMemory integers;   // 0 and a number to the index of its text
+  ZVIntegerMemory integers;
   ZVIndexMemory addresses;  // a scope and an id to the index of the address; the note: type of its object
 };
 
