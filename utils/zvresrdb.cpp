@@ -26,10 +26,9 @@ int ZVResourceDB::search(const ZVResource* resource, ZVSListCell*& cell, ZVSList
 }
 
 ZVResource* ZVResourceDB::takeOut(ZVSList& list, ZVSListCell* previous) {
-  ZVSListCell* cell = list.removeNextCell(previous);
+  const std::unique_ptr<ZVSListCell> cell(list.removeNextCell(previous));
   if (!cell) return nullptr;
-  ZVResource* resource = resourceOf(cell);
-  delete cell;
+  ZVResource* resource = resourceOf(cell.get());
   if (resource == defaultResource_) defaultResource_ = nullptr;
   return resource;
 }

@@ -55,10 +55,10 @@ NetNode::NetNode(NetGraph* graph) : NetObject(graph, graph->takeNumber()) {
 ZVRect NetNode::rect() const {
   const int32_t width = std::max(size.width(), 0);
   const int32_t height = std::max(size.height(), 0);
-  const double left = static_cast<double>(centre.x()) - width / 2;
-  const double bottom = static_cast<double>(centre.y()) - height / 2;
-  return ZVRect(truncateToInt32(left), truncateToInt32(bottom), truncateToInt32(left + width),
-                truncateToInt32(bottom + height));
+  const int64_t left = int64_t{centre.x()} - width / 2;
+  const int64_t bottom = int64_t{centre.y()} - height / 2;
+  const auto near = [](int64_t value) { return truncateToInt32(static_cast<double>(value)); };
+  return ZVRect(near(left), near(bottom), near(left + width), near(bottom + height));
 }
 
 int NetNode::vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject*, ZVOMLFile*) {
@@ -140,7 +140,7 @@ std::vector<ZVPoint> NetEdge::leads() const {
 
 std::vector<ZVPoint> NetEdge::line() const {
   constexpr int PIECES = 8;
-  const std::vector<ZVPoint> points = leads();
+  std::vector<ZVPoint> points = leads();
   if (!areCurves(points)) return points;
   std::vector<ZVPoint> result = {points.front()};
   for (size_t i = 0; i + 3 < points.size(); i += 3) {
