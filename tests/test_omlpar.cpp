@@ -97,6 +97,7 @@ const Case FILE_ERRORS[] = {
     {"version", "20 -"},
     {"version 1 :", "23 -"},
     {"graph", "26 -"},
+    {"graph: 1 {", "15 1:10\n15 1:10\n15 1:10"},
     {"id: defaults graph 1", "40 1:18 GRAPH $TOPLEVEL$"},
     {"graph 1 { width", "15 1:9\n20 -\n15 1:9\n15 1:9\n15 1:9\n15 1:9"},
     {"include: \"name.oml\" 5", "46 name.oml:2:5 SCALE $TOPLEVEL$"},

@@ -1,13 +1,16 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <random>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "tests/support/omlprobe.h"
 #include "tests/support/omlsample.h"
 
 namespace {
+
+using namespace std::string_literals;
 
 // What becomes of a file: the tree, or none, and all messages.
 std::string readFile(int binary, bool shortWay) {
@@ -25,134 +28,72 @@ std::string readFile(int binary, bool shortWay) {
 
 void expectSameBothWays(const std::string& content, int binary) {
   writeFile("plain.oml", content);
-  ASSERT_EQ(readFile(binary, true), readFile(binary, false)) << content;
+  ASSERT_EQ(readFile(binary, true), readFile(binary, false)) << testing::PrintToString(content);
 }
+
+// Pieces of a file, with ~ between them in the text.
+struct Pieces {
+  explicit Pieces(const std::string& text) {
+    std::istringstream in(text);
+    for (std::string piece; std::getline(in, piece, '~');) pieces.push_back(piece);
+  }
+  const std::string& any(std::mt19937& random) const { return pieces[random() % pieces.size()]; }
+
+  std::vector<std::string> pieces;
+};
 
 // Pieces in any order, with some bytes changed, so that every place sees every neighbour.
 TEST(OmlPlainFields, TheShortWayReadsWhatTheLongWayReads) {
-  const std::string text[] = {"width",
-                              "WIDTH: ",
-                              "spacing ",
-                              "label=",
-                              "visible: ",
-                              "side ",
-                              "source: ",
-                              "x: ",
-                              "y",
-                              "note: ",
-                              "scale: ",
-                              "address ",
-                              "data: ",
-                              "\"a b\"",
-                              "\"\\\"\"",
-                              "\"\"",
-                              "1",
-                              "-20",
-                              "007",
-                              "-0",
-                              "0x1f",
-                              "1.5",
-                              "1e3",
-                              "1.2.3.4",
-                              "n1",
-                              "n1,2",
-                              "$n1",
-                              "true",
-                              "false",
-                              "left",
-                              "up",
-                              " ",
-                              "\n",
-                              "\t\r\n",
-                              "; ",
-                              " # c\n",
-                              "/* c */",
-                              " // c\n",
-                              "{ ",
-                              " }",
-                              "layout ",
-                              "_ ",
-                              "node: 1 {",
-                              "node: {",
-                              "point {",
-                              "}\n",
-                              "include: \"more.oml\" ",
-                              "comment: \"unchecked\" ",
-                              "field: \"old\" ",
-                              "old: 3 4\n",
-                              "id: 3 ",
-                              "skip {",
-                              "section: \"width\" ",
-                              "123456789",
-                              "99999999999",
-                              "a\"b"};
-  using namespace std::string_literals;
-  const std::string binary[] = {"f\x07i\x05"s,
-                                "f\x08i\x05"s,
-                                "f\x09R\0\0\0\1r\0"s,
-                                "f\x0a\"ab\""s,
-                                "f\x0a\"a\\\"\""s,
-                                "f\x0b"
-                                "e\x01"s,
-                                "f\x0c"
-                                "e\x02"s,
-                                "f\x0dN12\""s,
-                                "f\x0dN007\""s,
-                                "f\x0d$,1\""s,
-                                "f\x0di\x07"s,
-                                "f\x08I\0\1\0\0"s,
-                                "o\x01N1\"{"s,
-                                "o\x02{"s,
-                                "}"s,
-                                ";"s,
-                                ":"s,
-                                "s\x02{"s,
-                                "f\x02\"unchecked\""s,
-                                "f\x04N5\""s,
-                                "f\x08"s,
-                                "i\x05"s,
-                                "F\0\0\0\x08i\1"s,
-                                "X"s,
-                                "f\x0fN1\"f\x10N2\""s};
+  const Pieces pieces[] = {
+      Pieces("width~WIDTH: ~spacing ~label=~visible: ~side ~source: ~x: ~y~note: ~scale: ~address ~data: ~"
+             "\"a b\"~\"\\\"\"~\"\"~1~-20~007~-0~0x1f~1.5~1e3~1.2.3.4~n1~n1,2~$n1~true~false~left~up~ ~\n~"
+             "\t\r\n~; ~ # c\n~/* c */~ // c\n~{ ~ }~layout ~_ ~node: 1 {~node: {~point {~}\n~skip {~"
+             "include: \"more.oml\" ~comment: \"unchecked\" ~field: \"old\" ~old: 3 4\n~id: 3 ~"
+             "section: \"width\" ~123456789~99999999999~a\"b"),
+      Pieces("f\7i\5~f\10i\5~f\11R\0\0\0\1r\0~f\12\"ab\"~f\12\"a\\\"\"~f\13e\1~f\14e\2~f\15N12\"~f\15N007\"~"
+             "f\15$,1\"~f\15i\7~f\10I\0\1\0\0~o\1N1\"{~o\2{~}~;~:~s\2{~f\2\"unchecked\"~f\4N5\"~f\10~i\5~"
+             "F\0\0\0\10i\1~X~f\17N1\"f\20N2\"~f\0\"more.omb\""s)};
   writeFile("more.oml", "x: 3; width 4\n side: left");
+  writeFile("more.omb", "f\10i\4f\15N1");
   std::mt19937 random(20);
   for (int round = 0; round < 4000 && !HasFatalFailure(); ++round) {
-    const int inBinary = round % 2;
-    std::string content = inBinary ? "o\x01N1\"{" : "graph: 1 {\n";
+    const int binary = round % 2;
+    std::string content = binary ? "o\1N1\"{" : "graph: 1 {\n";
     for (auto i = random() % 50; i > 0; --i) {
-      content += inBinary ? binary[random() % std::size(binary)] : text[random() % std::size(text)];
-      if (!inBinary && random() % 2) content += ' ';
+      content += pieces[binary].any(random);
+      if (!binary && random() % 2) content += ' ';
     }
     for (auto i = random() % 4; i > 1; --i) content[random() % content.size()] = static_cast<char>(random());
-    expectSameBothWays(content, inBinary);
+    expectSameBothWays(content, binary);
   }
 }
 
+// Long enough that fields lie across the ends of the buffers on the way.
 TEST(OmlPlainFields, GoodFilesReadAlike) {
-  const std::string gaps[] = {" ", "\n", "; ", " ;\n\t", " # c\n", "\r\n", " /* ; */ ; "};
-  const std::string fields[] = {"width: 5",
-                                "width=-12345678",
-                                "label: \"a # b\"",
-                                "label \"\"",
-                                "visible true",
-                                "side:left",
-                                "source: 1",
-                                "source n1",
-                                "layout { spacing: 3 bends 4; bends: { 1 2 } }",
-                                "layout horizontal { spacing: 4 gap: 1.5 }",
-                                "layout _ spacing: 2",
-                                "address: 1.2.3.4",
-                                "data: 0x00 0x01",
-                                "node: { x: 1 y: 2 peer: 1 }",
-                                "node: n1 { x 1; y 2; }",
-                                "layout { node: 2 { x 1 } }"};
+  const Pieces gaps(" ~\n~; ~ ;\n\t~ # c\n~\r\n~ /* ; */ ; ");
+  const Pieces fields[] = {
+      Pieces("width: 5~width=-12345678~label: \"a # b\"~label \"\"~visible true~side:left~source: 1~"
+             "source n1~layout { spacing: 3 bends 4; bends: { 1 2 } }~layout _ spacing: 2~"
+             "layout horizontal { spacing: 4 gap: 1.5 }~address: 1.2.3.4~data: 0x00 0x01~"
+             "node: { x: 1 y: 2 peer: 1 }~node: n1 { x 1; y 2; }~layout { node: 2 { x 1 } }~"
+             "include: \"more.oml\""),
+      Pieces(
+          "f\10i\5~f\10I\0\1\0\0~F\0\0\0\10I\xff\xff\xff\xff~f\12\"a label\"~f\12\"a\\\"\"~f\12\"\"~f\13e\1~"
+          "f\14e\2~f\15N12345678\"~f\15N007\"~f\15Nn1\"~f\15$,1\"~f\15i\7~f\11R\0\0\0\1r\0~f\16p\1~"
+          "f\17Xi\3{\0}~s\2{f\20i\1f\21i\2}~s\2s\3{f\20I\0\0\0\1}~o\2N5\"{f\25i\1f\26i\2f\27N1\"}~o\2{}~"
+          "f\0\"more.omb\""s)};
+  writeFile("more.oml", "label \"x\" # c\n  source: 3");
+  writeFile("more.omb", "f\10i\4;f\15N1\"");
   std::mt19937 random(21);
-  for (int round = 0; round < 500 && !HasFatalFailure(); ++round) {
-    std::string content = "graph: 1 { width: 1";
-    for (int i = 0; i < 20; ++i)
-      content += gaps[random() % std::size(gaps)] + fields[random() % std::size(fields)];
-    expectSameBothWays(content + " }\n", 0);
-    ASSERT_EQ(readFile(0, true).substr(0, 4), "$TOP") << content << readFile(0, true);
+  for (int round = 0; round < 600 && !HasFatalFailure(); ++round) {
+    const int binary = round % 2;
+    std::string content = binary ? "o\1N1\"{f\10i\1" : "graph: 1 { width: 1";
+    for (int i = 0; i < 200; ++i) {
+      content += binary ? std::string(random() % 4 == 0, ';') : gaps.any(random);
+      content += fields[binary].any(random);
+    }
+    expectSameBothWays(content + '}', binary);
+    ASSERT_EQ(readFile(binary, true).substr(0, 4), "$TOP") << readFile(binary, true);
   }
 }
 

@@ -18,6 +18,9 @@
 
 class ZVStringPool;
 
+// Fields with a lower index are keywords of the format.
+constexpr int32_t FIRST_ORDINARY_FIELD = 7;
+
 // The characters of the text form.
 namespace zvomlchar {
 
@@ -74,6 +77,11 @@ struct ZVOpenFileList {
 
   int32_t depth = 1;  // number of entries from here down
   ZVOpenFileList* next = nullptr;
+
+  // Wraps around behind the last number of 32 bits.
+  void addToLine(int32_t count) {
+    line = static_cast<int32_t>(static_cast<uint32_t>(line) + static_cast<uint32_t>(count));
+  }
 };
 
 // One entry of the stack of open brackets.
@@ -207,16 +215,14 @@ inline void ZVOMLFile::takeCharacters(size_t count) {
   openFiles_->position = static_cast<int16_t>(openFiles_->position + static_cast<int64_t>(count));
 }
 
-inline void ZVOMLFile::nextBinaryPosition() {
-  openFiles_->line = static_cast<int32_t>(static_cast<uint32_t>(openFiles_->line) + 1U);
-}
+inline void ZVOMLFile::nextBinaryPosition() { openFiles_->addToLine(1); }
 
 // Takes bytes of the buffer that were looked at in place.
 inline void ZVOMLFile::skipBinaryBytes(int32_t count) {
   ZVOpenFileList& top = *openFiles_;
   top.binaryRead += count;
   top.binaryLeft -= count;
-  top.line = static_cast<int32_t>(static_cast<uint32_t>(top.line) + static_cast<uint32_t>(count));
+  top.addToLine(count);
 }
 
 inline char ZVOMLFile::nextBinaryChar() {

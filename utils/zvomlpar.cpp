@@ -28,8 +28,7 @@ enum Keyword : int32_t {
   SECTION_FIELD = 3,
   ID_FIELD = 4,
   NAME_FIELD = 5,
-  FIELD_FIELD = 6,
-  FIRST_ORDINARY_FIELD = 7
+  FIELD_FIELD = 6
 };
 constexpr int32_t SKIP_SECTION = 0;
 constexpr int32_t WILDCARD_SECTION = 1;

@@ -15,7 +15,6 @@ using namespace zvomlchar;
 
 namespace {
 
-constexpr int32_t FIRST_ORDINARY_FIELD = 7;
 constexpr int LONGEST_INTEGER = 8;
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
@@ -97,7 +96,7 @@ char ZVOMLFile::skipBlankLines() {
       if (*end) return *end;
     }
     if (nextLine()) continue;
-    --openFiles_->line;  // the long way counts the end of the file
+    openFiles_->addToLine(-1);  // the long way counts the end of the file
     return '\0';
   }
 }

@@ -1,7 +1,8 @@
 // One token of an OML file, and the kinds of tokens.
 //
-// A token lives on the heap and has one owner at a time. It owns its byte sequence, if it is one; its other
-// values are plain numbers, most of them indices in the pools of the file that read it.
+// A token has one owner at a time: the reader, the parser, and at last the field whose value it is. It owns
+// its byte sequence, if it is one; its other values are plain numbers, most of them indices in the pools of
+// the file that read it.
 #ifndef ZV_ZVOMLTKN_H
 #define ZV_ZVOMLTKN_H
 
@@ -84,9 +85,10 @@ class ZV_EXPORT ZVOMLToken {
  private:
   void deleteBytes();
 
+  // The widest view comes first, so that all of it is 0 to begin with.
   union Value {
-    int32_t number;
     double real;
+    int32_t number;
     ZVOMLBinValue* bytes;
   };
 

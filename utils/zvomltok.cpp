@@ -116,7 +116,8 @@ void ZVOMLFile::joinBytes(TokenPtr& token) {
 ZVOMLToken* ZVOMLFile::newBytesToken(const std::string& bytes) {
   if (bytes.size() > static_cast<size_t>(LONGEST_VALUE)) return newToken(ZV_OML_BAD, 0);
   auto value = std::make_unique<ZVOMLBinValue>(static_cast<int32_t>(bytes.size()), bytes.data());
-  return newTokenOf(ZV_OML_BINVALUE, value.release(), line(), position());
+  ZVOMLToken token(ZV_OML_BINVALUE, value.release(), line(), position());  // the owner from here on
+  return newTokenOf(std::move(token));
 }
 
 char ZVOMLFile::nextFormChar() { return saveMode_ == ZV_FILE_READ_BINARY ? nextBinaryChar() : nextChar(); }
@@ -570,7 +571,7 @@ int ZVOMLFile::nextLine() {
   const bool found = readLine(top.text) == ZV_FILE_OK;
   if (!found && !endOfFile()) errorCode(ZV_FILE_READ_ERROR);
   top.read = found ? top.text.pString() : nullptr;
-  ++top.line;
+  top.addToLine(1);
   top.position = 0;
   return found ? 1 : 0;
 }
