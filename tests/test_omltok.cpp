@@ -371,11 +371,15 @@ struct Live : ZVObject {
   static inline int count = 0;
 };
 
-// Which callback gives a fatal message: the nth of all calls.
-int callsToFatal = -1;
+// Which callback gives a fatal message, or ends the run: the nth of all calls.
+int callsToStop = -1;
+bool stopIsFatal = true;
 
 void callBack(void* file, ZVOMLSyntaxStruct* node) {
-  if (callsToFatal-- == 0) static_cast<ZVOMLFile*>(file)->errorMessage(node, 99, "stop", 1);
+  if (callsToStop-- != 0) return;
+  auto* reader = static_cast<ZVOMLFile*>(file);
+  if (stopIsFatal) return reader->errorMessage(node, 99, "stop", 1);
+  reader->cleanup();
 }
 
 int check(void* file, ZVOMLSyntaxObject* object) {
@@ -395,7 +399,7 @@ int store(void* file, ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVObje
   return field->nameString() && object->nameString() && (field->objectValue(), 1);
 }
 
-TEST_F(OmlTokens, FatalMessageInAnyCallbackLeavesNothingBehind) {
+TEST_F(OmlTokens, EndInAnyCallbackLeavesNothingBehind) {
   const ZVOMLStaticOEStruct types[] = {{"$toplevel$", nullptr, nullptr, store, nullptr},
                                        {"graph", check, create, store, nullptr},
                                        {"node", check, create, store, nullptr},
@@ -403,13 +407,14 @@ TEST_F(OmlTokens, FatalMessageInAnyCallbackLeavesNothingBehind) {
   auto grammar = makeGrammar(types);
   writeFile("good.oml",
             "title: \"a\"\ngraph: 1 {\n label: \"x\"\n node: 1 { width: 3 next: 2 }\n"
-            " node: 2 { layout { spacing: 5 } side: left data: 0x0102 address: 1.2.3.4 }\n}\n");
+            " node: 2 { layout { spacing: 5 } side: left data: 0x0102 address: 1.2.3.4 }\n"
+            " node { next 1 } node { next 1 } node { next 1 } node { next 1 }\n}\n");
   ZVOMLFileProbe file;
   int failures = 0;
   for (int nth = 0;; ++nth) {
-    callsToFatal = nth;
+    callsToStop = nth;
     const ZVFileCodeEnum result = file.readOMLFile("good.oml", grammar.get(), nullptr, -1, 0, nth % 2, 0);
-    const bool fatal = callsToFatal < 0;
+    const bool fatal = callsToStop < 0;
     EXPECT_EQ(result, fatal ? ZV_FILE_READ_ERROR : ZV_FILE_OK) << nth;
     EXPECT_EQ(file.numberOfErrors(), fatal ? 1 : 0);
     EXPECT_EQ(file.pIndexHashTable() != nullptr, nth % 2 == 1);
@@ -421,6 +426,15 @@ TEST_F(OmlTokens, FatalMessageInAnyCallbackLeavesNothingBehind) {
   }
   EXPECT_GE(failures, 3 + 3 + 8);
   delete file.pTopObject();
+
+  stopIsFatal = false;
+  for (int nth = 0; nth <= failures; ++nth) {
+    callsToStop = nth;
+    EXPECT_EQ(file.readOMLFile("good.oml", grammar.get(), nullptr, -1, 0, 0, 0), ZV_FILE_OK) << nth;
+    delete file.pTopObject();
+    EXPECT_EQ(Live::count, 0);
+  }
+  stopIsFatal = true;
 }
 
 TEST_F(OmlTokens, CloseThatFailsIsFatal) {

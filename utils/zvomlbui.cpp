@@ -209,7 +209,9 @@ void ZVOMLFile::checkRequiredFields(ZVOMLSyntaxObject* object, int32_t own, int3
   const int32_t inner = own == 0 ? scope : own;
   LookAhead ahead(object->pObjectList());
   for (ZVOMLSyntaxObjectList* cell = object->pObjectList(); cell && !isFatalError(); cell = cell->pNext) {
-    ahead.step([&](int32_t id) { knownIDs_->addresses.prefetch(inner, id); });
+    ahead.step([&](int32_t id) {
+      if (knownIDs_) knownIDs_->addresses.prefetch(inner, id);
+    });
     checkRequiredFields(cell->pObject, cell->pObject->objectIDIndex(), inner, counter);
   }
 }
@@ -327,7 +329,8 @@ int ZVOMLFile::setOwnedFields(ZVOMLSyntaxObject* object, ZVOMLSyntaxObject* owne
   }
   LookAhead ahead(object->pObjectList());
   for (ZVOMLSyntaxObjectList* cell = object->pObjectList(); cell && !isFatalError(); cell = cell->pNext) {
-    ahead.step([&](int32_t address) { zvPrefetch(records_->find(address)); });
+    // A callback may have ended the run.
+    ahead.step([&](int32_t address) { zvPrefetch(records_ ? records_->find(address) : nullptr); });
     ZVOMLSyntaxObject* child = cell->pObject;
     const int childGood = isDefaults(child) ? setOwnedFields(child, ownerSyntax, owner)
                                             : setOwnedFields(child, child, pObject(child->objectIDIndex()));
