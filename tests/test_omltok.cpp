@@ -452,6 +452,27 @@ TEST_F(OmlTokens, CloseThatFailsIsFatal) {
   EXPECT_EQ(file.readOMLFile("t.oml", &grammar_, nullptr, -1, 0, 0, 0), ZV_FILE_OK);
 }
 
+TEST_F(OmlTokens, ReadThatFailsEndsTheFileForGood) {
+  struct Failing : ZVOMLFileProbe {
+    ZVFileCodeEnum readString(ZVStringHandle& text) override {
+      return --callsToFault == 0 ? ZV_FILE_READ_ERROR : ZVOMLFileProbe::readString(text);
+    }
+    int callsToFault = 0;
+  } file;
+  writeFile("t.oml", "title: \"a\"\ntitle: \"b\"\nscale: 1.5");
+  const char* const trees[] = {"", "TITLE=\"a\"@1:5", "TITLE=\"a\"@1:5 TITLE=\"b\"@2:5"};
+  for (int calls = 1; calls <= 3; ++calls) {
+    file.callsToFault = calls;
+    file.parseTree("t.oml", grammar_, [&](const ZVOMLSyntaxObject* root) {
+      ASSERT_NE(root, nullptr);
+      EXPECT_EQ(file.print(root), std::string("$TOPLEVEL$@-1:0{") + trees[calls - 1] + '}');
+    });
+    file.callsToFault = calls;
+    EXPECT_EQ(file.readOMLFile("t.oml", &grammar_, nullptr, -1, 0, 0, 0), ZV_FILE_READ_ERROR);
+    EXPECT_EQ(file.numberOfErrors(), 0);
+  }
+}
+
 // ---- Values
 
 TEST(BinValue, OwnsItsBytes) {

@@ -569,7 +569,10 @@ char ZVOMLFile::nextAuxCLIChar() {
 int ZVOMLFile::nextLine() {
   ZVOpenFileList& top = *openFiles_;
   const bool found = readLine(top.text) == ZV_FILE_OK;
-  if (!found && !endOfFile()) errorCode(ZV_FILE_READ_ERROR);
+  if (!found && !endOfFile()) {
+    errorCode(ZV_FILE_READ_ERROR);
+    endOfFile(1);  // what comes behind a gap is not read
+  }
   top.read = found ? top.text.pString() : nullptr;
   top.addToLine(1);
   top.position = 0;
