@@ -162,6 +162,17 @@ TEST(StringPool, AnswersOutsideItsContent) {
   EXPECT_EQ(settings.decodeTableMax(), 0);
 }
 
+// Quadratic work here would take minutes.
+TEST(StringPool, TellsTheCasesOfOneWordApartQuickly) {
+  ZVStringPool pool(3, 3, 1, 0);
+  std::string text(17, ' ');
+  for (int32_t cases = 0; cases < 1 << 17; ++cases) {
+    for (size_t i = 0; i < text.size(); ++i) text[i] = cases >> i & 1 ? 'X' : 'x';
+    ASSERT_EQ(pool.update(text.c_str()), cases);
+  }
+  EXPECT_EQ(pool.lookup(text.c_str()), (1 << 17) - 1);
+}
+
 template <class Text>
 void checkText() {
   EXPECT_EQ(Text(nullptr).pString(), nullptr);

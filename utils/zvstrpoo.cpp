@@ -75,10 +75,11 @@ struct ZVStringPool::Directory {
     int32_t index = -1;  // none
   };
 
-  // The same for texts that differ by case.
-  static uint32_t keyOf(const char* text) {
+  // Texts that differ by case have one key only where they are one text.
+  static uint32_t keyOf(const char* text, bool caseSensitive) {
     uint32_t key = 0;
-    for (; *text; ++text) key = key * KEY_FACTOR + static_cast<uint32_t>(weightOf(*text));
+    for (; *text; ++text)
+      key = key * KEY_FACTOR + static_cast<uint32_t>(caseSensitive ? *text : weightOf(*text));
     return key;
   }
 
@@ -135,7 +136,7 @@ void ZVStringPool::ZVStringPoolattributeCopy(const ZVStringPool& other) {
 
 int32_t ZVStringPool::lookup(const char* text) {
   if (!text || hashTableSize_ == 0) return -1;
-  if (directory_) return findInDirectory(Directory::keyOf(text), text);
+  if (directory_) return findInDirectory(Directory::keyOf(text, caseSensitive_), text);
   const ZVStringPoolHash* record = find(hash(text), text);
   return record ? record->index : -1;
 }
@@ -157,7 +158,7 @@ int32_t ZVStringPool::update(const char* text) {
   uint32_t key = 0;
   int32_t bucket = 0;
   if (directory_) {
-    key = Directory::keyOf(text);
+    key = Directory::keyOf(text, caseSensitive_);
     const int32_t known = findInDirectory(key, text);
     if (known >= 0) return known;
   } else {
@@ -197,7 +198,7 @@ void ZVStringPool::makeDirectory(size_t count) {
       if (place.index >= 0) directory->enter(place.key, place.index);
   } else {
     for (int32_t index = 0; index < decodeTableMax_; ++index)
-      directory->enter(Directory::keyOf(decodeTable()[index]), index);
+      directory->enter(Directory::keyOf(decodeTable()[index], caseSensitive_), index);
   }
   directory_ = std::move(directory);
 }
