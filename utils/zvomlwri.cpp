@@ -338,9 +338,9 @@ void ZVOMLFile::writeAttribute(const char* field, const ZVOMLBinValue* value) {
   // The lines of a value that is too long for its field's line.
   auto lines = [&](int32_t width) {
     output_ += LINE_END;
-    for (int32_t i = 0; i < length; i += width) {
+    for (int32_t left = length; left > 0; left -= width) {
       if (width == 16) writeIndentation();
-      writeBinBytes(bytes + i, std::min(width, length - i));
+      writeBinBytes(bytes + (length - left), std::min(width, left));
       output_ += LINE_END;
     }
   };
@@ -480,11 +480,12 @@ void ZVOMLFile::writeBinaryString(const char* value) {
 }
 
 void ZVOMLFile::writeBinaryBinValue(const ZVOMLBinValue* value) {
+  const int32_t length = value->length();
   writeBinaryTSChar('X');
-  writeBinaryIndex('I', value->length());
-  for (int32_t done = 0; done < value->length(); done += BINARY_PIECE)
-    output_.append(value->pByteSequence() + done,
-                   static_cast<size_t>(std::min(BINARY_PIECE, value->length() - done)));
+  writeBinaryIndex('I', length);
+  for (int32_t left = length; left > 0; left -= BINARY_PIECE)
+    output_.append(value->pByteSequence() + (length - left),
+                   static_cast<size_t>(std::min(BINARY_PIECE, left)));
 }
 
 void ZVOMLFile::writeBinaryObjectOrScope(char tag, const char* text) {
