@@ -672,6 +672,36 @@ TEST(OmlBuilding, AFatalErrorFromACallbackEndsTheRunSafely) {
   }
 }
 
+TEST(OmlBuilding, TheObjectOfAGoodReadIsTheCallersWhateverComesLater) {
+  for (const int fatal : {0, 1}) {
+    Result r;
+    r.readText("thing: 1 { thing: 2 { } }");
+    r.file.errorMessage(nullptr, 77, "later", fatal);
+    EXPECT_EQ(r.file.pTopObject() == nullptr, fatal == 1);
+    r.file.cleanup();
+    EXPECT_EQ(r.file.pTopObject(), nullptr);
+    EXPECT_EQ(r.file.pSyntaxTree(), nullptr);
+    EXPECT_EQ(Thing::alive, 2);
+  }
+  EXPECT_EQ(Thing::alive, 0);
+}
+
+TEST(OmlBuilding, AFileCutOffByAFaultMakesNoObject) {
+  Result r;
+  r.readText("thing: 1 { num: 5 } include: \".\"");  // a folder can be opened, not read
+  EXPECT_NE(r.code, ZV_FILE_OK);
+  EXPECT_EQ(r.file.created, "");
+  EXPECT_EQ(r.file.pTopObject(), nullptr);
+}
+
+TEST(OmlBuilding, ReadsTheFileThatItHasOpen) {
+  writeFile("rw.oml", "thing: 1 {\n ref: nowhere }");
+  Result r;
+  ASSERT_EQ(r.file.open("rw.oml", ZV_FILE_READ), ZV_FILE_OK);
+  r.read(r.file.pFileName());
+  EXPECT_EQ(r.messages, "Error #028 (rw.oml:2:13) reference to undefined object !\n");
+}
+
 TEST(OmlBuilding, UpdateObjectReplacesTheLiveObjectOfANode) {
   writeFile("rw.oml", "thing: 1 { thing: 2 { num: 5 } thing: 3 { ref: 2 } }");
   Result r;

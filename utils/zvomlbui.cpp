@@ -111,7 +111,8 @@ ZVFileCodeEnum ZVOMLFile::readOMLFile(const char* path, ZVOMLStatic* grammar, ZV
   checkSemantics();
   execute();
   cleanup();
-  return numberOfErrors() > 0 || error() ? errorCode() : ZV_FILE_OK;
+  topObjectGiven_ = numberOfErrors() == 0 && !error();
+  return topObjectGiven_ ? ZV_FILE_OK : errorCode();
 }
 
 ZVObject* ZVOMLFile::pTopObject() const {
@@ -268,7 +269,8 @@ int32_t ZVOMLFile::extractIDFromScope(int32_t index) const {
 // ---- Live objects
 
 void ZVOMLFile::execute() {
-  if (!syntaxTree_) return;
+  // No object comes of a file that a fault has cut off.
+  if (!syntaxTree_ || error()) return;
   if (numberOfErrors() == 0) createAllObjects(syntaxTree_);
   if (numberOfErrors() == 0 && !setOwnedFields(syntaxTree_, syntaxTree_, nullptr))
     internalWarningMessage(nullptr, -1, 0, 49);

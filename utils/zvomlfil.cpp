@@ -105,7 +105,7 @@ void ZVOMLFile::cleanup() {
   forgetNames();
   releasePools();
   if (numberOfErrors_ > 0) {
-    if (topLevelObject_ && topLevelObject_ != expectedTopLevelObject_) {
+    if (topLevelObject_ && topLevelObject_ != expectedTopLevelObject_ && !topObjectGiven_) {
       remains().objects.push_back(topLevelObject_);
     }
     pTopLevelObject(nullptr, -1);
@@ -139,6 +139,7 @@ void ZVOMLFile::releaseRemains() { delete std::exchange(remains_, nullptr); }
 
 ZVObject* ZVOMLFile::pTopLevelObject(ZVObject* object, int32_t type) {
   topLevelObjectIDIndex_ = type;
+  topObjectGiven_ = false;
   return topLevelObject_ = object;
 }
 

@@ -60,7 +60,8 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   // or a grammar: ZV_FILE_BAD_WRITE_CALL.
   virtual ZVFileCodeEnum writeOMLFile(const char* path, ZVOMLStatic* grammar, ZVObject* top, int binary,
                                       int keepIDs, int reserved);
-  // The expected object if there is one, else the top object that the file produced.
+  // The expected object if there is one, else the top object that the file produced: the caller's after a
+  // good read, null after a failed one.
   ZVObject* pTopObject() const;
   // Records newObject as the live object of a syntax object; deletes oldObject if it is given.
   void updateObject(ZVOMLSyntaxObject* object, ZVObject* oldObject, ZVObject* newObject);
@@ -97,7 +98,8 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   // Make a new, empty buffer of that size in bytes; 0 frees it, a negative size changes nothing.
   char* pErrorStringBuffer(int size);
   char* pWarningStringBuffer(int size);
-  // For the functions of upper layers: a message at a node, or without a place for a null node.
+  // For the functions of upper layers: a message at a node, or without a place for a null node. A fatal one
+  // ends the run; between runs it releases the syntax tree, and pTopObject forgets what the caller has.
   void errorMessage(ZVOMLSyntaxStruct* where, int id, const char* text, int fatal);
   void warningMessage(ZVOMLSyntaxStruct* where, int id, const char* text);
 
@@ -462,7 +464,8 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVObject* expectedTopLevelObject_ = nullptr;
   int32_t topLevelObjectIDIndex_ = -1;
   int32_t expectedTopLevelObjTypeIDIndex_ = -1;
-  int runDepth_ = 0;  // above 0, what cleanup releases goes to the remains
+  bool topObjectGiven_ = false;  // a good read has ended, and the top object is the caller's
+  int runDepth_ = 0;             // above 0, what cleanup releases goes to the remains
   Remains* remains_ = nullptr;
 
   // Parser

@@ -602,16 +602,18 @@ const char* ZVOMLFile::pFileNameString() const { return string(fileNameIndex());
 
 void ZVOMLFile::pushFile(const char* name) {
   if (isFatalError()) return;
+  // The name may be this file's own, which open frees.
+  const std::string path = name;
   const bool tooDeep = openFiles_ && openFiles_->depth >= DEEPEST_FILE;
   copyThisFileToTopStack();
-  if (tooDeep || open(name, saveMode_) != ZV_FILE_OK) {
+  if (tooDeep || open(path.c_str(), saveMode_) != ZV_FILE_OK) {
     copyTopStackToThisFile();
-    internalErrorMessage(13, name, nullptr, nullptr, 1);
+    internalErrorMessage(13, path.c_str(), nullptr, nullptr, 1);
     errorCode(ZV_FILE_OPEN_ERROR);
     return;
   }
   auto* entry = new ZVOpenFileList;
-  entry->fileNameIndex = storeStringIndex(name);
+  entry->fileNameIndex = storeStringIndex(path.c_str());
   entry->depth = openFiles_ ? openFiles_->depth + 1 : 1;
   entry->next = openFiles_;
   openFiles_ = entry;
