@@ -17,7 +17,7 @@
 //   S name                  starts a section within it, whose rows follow
 //   { or [                  optional, directly behind O or S
 //   } or ]                  ends the object type or section; the next O ends all that is open
-//   F name type [R]         field of type B, I, P, R, S or X; a second R makes it required
+//   F name type [R]         field of type B, I, P, R, S or X (see ZVFieldTypeEnum); R at the end: required
 //   E name [ values ] [R]   enum field of installed values, separated by blanks or commas; low .. high
 //                           stands for the two and all installed between them
 //   R name type [R]         reference to an object of that type, _ for any
