@@ -12,7 +12,8 @@
 // Cost: logarithmic, except pMinCell, pMinObject, removeLastBinHeapCell (constant) and the copies.
 //
 // Out of bounds, because they know nothing of the tree: the operations of ZVDList that change a list and are
-// not redeclared here. Reading it is fine, and ZVDListIter walks it in level order.
+// not redeclared here. Reading it is fine, and ZVDListIter walks it in level order; pFirstCell is
+// pMinCell here, and the last leaf is the heap's own affair.
 #ifndef ZV_ZVBHEAP_H
 #define ZV_ZVBHEAP_H
 

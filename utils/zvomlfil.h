@@ -53,7 +53,8 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
 
   // Reads a file into live objects; pTopObject gives the result. With an expected object the file's top
   // object must have the expected type, and its fields go into that object. With keepIDs the ids of the
-  // file are kept for the next write. Without a path or a grammar: ZV_FILE_BAD_READ_CALL.
+  // file are kept for the next write. The reserved number is not looked at, here and in a write. Without a
+  // path or a grammar: ZV_FILE_BAD_READ_CALL.
   virtual ZVFileCodeEnum readOMLFile(const char* path, ZVOMLStatic* grammar, ZVObject* expected,
                                      int32_t expectedType, int binary, int keepIDs, int reserved);
   // Writes a file through vWriteContents. Never reports success for a file that is not whole. Without a path

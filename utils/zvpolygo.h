@@ -65,7 +65,9 @@ class ZV_EXPORT ZVPolygon : public ZVObject {
   int overlapsSegment(int32_t x1, int32_t y1, int32_t x2, int32_t y2) const;
 
   // Fills the empty grid for rectangles of the given height at the location: a stripe at the height of each
-  // vertex, and between them stripes about a third of the height apart, but not less than 2.
+  // vertex, and between them stripes about a third of the height apart, but not less than 2. Where a line of
+  // this comb falls on the top, the one below it is left out. The lowest stripe has no parts, so that a label
+  // at the bottom stands on the stripe above it.
   void createGrid(ZVDList* grid, int32_t height, ZVLabelLocationEnum location) const;
   // Looks for a place. On 1, p is the centre of the rectangle. On 0, p is as before, or after a search at the
   // centre (0, top + 1). followLocation aligns a label at the top to the left and one at the bottom to the

@@ -1,5 +1,6 @@
-// A doubly linked list that keeps itself sorted; a small collection's counterpart of the sorted tree. All of
-// it stands in ZVSortedList, with the operations of ZVDList that are out of bounds.
+// A doubly linked list that keeps itself sorted; a small collection's counterpart of the sorted tree. A
+// subclass gives the order, virtualObjectCompare. All of it stands in ZVSortedList, with the operations of
+// ZVDList that are out of bounds.
 #ifndef ZV_ZVSDLIST_H
 #define ZV_ZVSDLIST_H
 

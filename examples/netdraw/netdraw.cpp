@@ -95,7 +95,7 @@ int run(int argc, char** argv) {
       app.add_subcommand("overlaps", "Find nodes that overlap, and edges that cross other nodes");
   addInput(overlaps, options);
   overlaps->add_option("-m,--most", options.most, "how many of each to list (default: 20)")
-      ->check(CLI::NonNegativeNumber)
+      ->check(CLI::Range(0, INT32_MAX).description(""))
       ->type_name("COUNT");
 
   CLI::App* path = app.add_subcommand("path", "Find the shortest route along the edges");

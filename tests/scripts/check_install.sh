@@ -17,11 +17,10 @@ case $1 in
     cmake --build consumer >>install.log
     ;;
   pkg-config)
-    export PKG_CONFIG_PATH="$(dirname "$(find prefix -name zvutils.pc)")"
-    package="pkg-config --define-variable=prefix=$PWD/prefix"
+    export PKG_CONFIG_PATH="$(dirname "$(find "$PWD/prefix" -name zvutils.pc)")"
     # The flags are lists of words.
-    $compiler $flags $($package --cflags zvutils) "$consumer/main.cpp" -o consumer/consumer \
-      $($package --libs zvutils) -Wl,-rpath,"$($package --variable=libdir zvutils)"
+    $compiler $flags $(pkg-config --cflags zvutils) "$consumer/main.cpp" -o consumer/consumer \
+      $(pkg-config --libs zvutils) -Wl,-rpath,"$(pkg-config --variable=libdir zvutils)"
     ;;
   *)
     exit 2
