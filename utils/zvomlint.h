@@ -244,7 +244,6 @@ inline bool ZVOMLFile::inputEnded(char c) const {
 // and the places grow with the pairs. Pairs that follow one another lie side by side.
 class ZVIndexMemory {
  public:
-  // The index of the pair, -1 if it is not remembered.
   struct Place {
     int32_t first = 0;
     int32_t second = 0;

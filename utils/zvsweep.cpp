@@ -15,11 +15,6 @@ ZVSweep::ZVSweep(const ZVDList* segments, ZVSweepTypeEnum type) : type_(type) {
   endSegments_.copyAppendList(segments);
 }
 
-ZVSweep::~ZVSweep() {
-  startSegments_.deleteAllCells();
-  endSegments_.deleteAllCells();
-}
-
 void ZVSweep::initialize() { sweepLine_ = std::make_unique<ZVSegSortedBinTree>(this); }
 
 void ZVSweep::algorithmBody() {

@@ -33,7 +33,6 @@ class ZV_EXPORT ZVSweep : public ZVAlgorithm {
  public:
   // Starts with cells of its own around the segments of the list.
   ZVSweep(const ZVDList* segments = nullptr, ZVSweepTypeEnum type = ZV_SWEEP_DEFAULT);
-  ~ZVSweep() override;
 
   ZVSweepTypeEnum sweepType() const { return type_; }
 
