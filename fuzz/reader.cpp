@@ -4,13 +4,15 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <iterator>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "tests/support/files.h"
+#include "tests/support/rows.h"
 #include "utils/zvomlbva.h"
 #include "utils/zvomlfil.h"
 #include "utils/zvomlobj.h"
@@ -21,12 +23,9 @@
 
 namespace {
 
-#define CHECK(condition) (static_cast<bool>(condition) ? static_cast<void>(0) : failed(#condition, __LINE__))
+#define CHECK(condition) (static_cast<bool>(condition) ? static_cast<void>(0) : failed(#condition))
 
-[[noreturn]] void failed(const char* condition, int line) {
-  std::fprintf(stderr, "reader.cpp:%d: %s does not hold\n", line, condition);
-  std::abort();
-}
+[[noreturn]] void failed(const char* condition) { throw std::logic_error(condition); }
 
 // A live object: owns what is made below it, and counts.
 class Live : public ZVOMLObject {
@@ -135,67 +134,16 @@ const ZVOMLStaticOEStruct TYPES[] = {
     {"ghost", nullptr, nullptr, nullptr, nullptr},  {}};
 const char* const SECTIONS[] = {"layout", "view", nullptr};
 const ZVOMLStaticVEStruct VALUES[] = {{"red", 10}, {"green", 20}, {"blue", 30}, {"black", 40}, {}};
-const char* const ROWS[] = {"O $toplevel$",
-                            "T graph",
-                            "T ghost",
-                            "F title S",
-                            "F scale R",
-                            "}",
-                            "O graph",
-                            "F label S R",
-                            "F size I",
-                            "T graph",
-                            "T node",
-                            "T edge",
-                            "T ghost",
-                            "S layout",
-                            "F spacing I",
-                            "F kind S",
-                            "T node",
-                            "S flat",
-                            "F gap I",
-                            "S deep",
-                            "F gap I",
-                            "F only S",
-                            "}",
-                            "}",
-                            "S tall",
-                            "F gap I",
-                            "S deep",
-                            "F gap I",
-                            "}",
-                            "S unique",
-                            "F ratio R",
-                            "}",
-                            "}",
-                            "}",
-                            "S view",
-                            "F spacing I",
-                            "E tint [ red .. black ]",
-                            "}",
-                            "}",
-                            "O node",
-                            "F width I",
-                            "F height R",
-                            "F visible B",
-                            "F data X",
-                            "F address P",
-                            "E color [ red blue ] R",
-                            "R owner graph",
-                            "R any _",
-                            "S layout",
-                            "F spacing I",
-                            "F bends I",
-                            "R next node",
-                            "}",
-                            "T node",
-                            "}",
-                            "O edge",
-                            "R source node R",
-                            "R target node R",
-                            "F weight R",
-                            "}",
-                            nullptr};
+const char ROWS[] =
+    "O $toplevel$;T graph;T ghost;F title S;F scale R;};"
+    "O graph;F label S R;F size I;T graph;T node;T edge;T ghost;"
+    "  S layout;F spacing I;F kind S;T node;S flat;F gap I;S deep;F gap I;F only S;};};"
+    "    S tall;F gap I;S deep;F gap I;};S unique;F ratio R;};};};"
+    "  S view;F spacing I;E tint [ red .. black ];};};"
+    "O node;F width I;F height R;F visible B;F data X;F address P;E color [ red blue ] R;R owner graph;R any "
+    "_;"
+    "  S layout;F spacing I;F bends I;R next node;};T node;};"
+    "O edge;R source node R;R target node R;F weight R;};";
 
 // Two file names of this process, in memory where that is to be had.
 struct Names {
@@ -217,11 +165,6 @@ struct Names {
     for (const std::string& name : {main, included, good}) std::remove(name.c_str());
   }
 };
-
-void put(const std::string& name, const void* data, size_t size) {
-  FILE* file = std::fopen(name.c_str(), "wb");
-  CHECK(file && std::fwrite(data, 1, size, file) == size && std::fclose(file) == 0);
-}
 
 // Opens no file but those of this process.
 class Reader : public ZVOMLFile {
@@ -251,16 +194,18 @@ const char GOOD_BINARY[] = "f\7\"t\"o\1N1\"{f\11\"g\"o\2N1\"{f\26e\2f\30N1\"}}";
 
 struct State {
   Names names;
-  ZVOMLStatic grammar{TYPES, SECTIONS, VALUES, ROWS, 32, 32, 32, 32, 64, 32};
+  std::unique_ptr<ZVOMLStatic> grammar = compileRows(TYPES, SECTIONS, VALUES, ROWS);
   Reader reader{names};
   uint32_t goodSum[2] = {};
   bool goodRead[2] = {};
 };
 
 ZVFileCodeEnum read(State& state, const std::string& name, ZVObject* expected, bool binary, bool keepIDs) {
-  const ZVFileCodeEnum result =
-      state.reader.readOMLFile(name.c_str(), &state.grammar, expected, expected ? 1 : -1, binary, keepIDs, 0);
-  CHECK((result == ZV_FILE_OK) == (state.reader.numberOfErrors() == 0));
+  const ZVFileCodeEnum result = state.reader.readOMLFile(name.c_str(), state.grammar.get(), expected,
+                                                         expected ? 1 : -1, binary, keepIDs, 0);
+  const bool unopened = std::strstr(state.reader.pErrorStringBuffer(), "Fatal error #013 ");
+  const bool good = state.reader.numberOfErrors() == 0;
+  CHECK(result == (good ? ZV_FILE_OK : unopened ? ZV_FILE_OPEN_ERROR : ZV_FILE_READ_ERROR));
   CHECK((state.reader.numberOfErrors() > 0) == (*state.reader.pErrorStringBuffer() != '\0'));
   CHECK(std::strlen(state.reader.pErrorStringBuffer()) < 2000);
   CHECK(!state.reader.isOpen());
@@ -270,8 +215,7 @@ ZVFileCodeEnum read(State& state, const std::string& name, ZVObject* expected, b
 void readGoodFile(State& state, bool binary) {
   look = {};
   state.reader.maxNumberOfErrors(16);
-  put(state.names.good, binary ? GOOD_BINARY : GOOD_TEXT,
-      (binary ? sizeof GOOD_BINARY : sizeof GOOD_TEXT) - 1);
+  writeFile(state.names.good, binary ? GOOD_BINARY : GOOD_TEXT);
   CHECK(read(state, state.names.good, nullptr, binary, false) == ZV_FILE_OK);
   CHECK(state.reader.numberOfWarnings() == 0);
   CHECK(look.objects == (binary ? 2 : 4));
@@ -284,23 +228,20 @@ void readGoodFile(State& state, bool binary) {
 
 }  // namespace
 
-void readInput(const uint8_t* data, size_t size, bool binary) {
+bool readInput(const std::string& input, bool binary) {
   static State state;
   if (!state.goodRead[binary]) readGoodFile(state, binary);
-  if (size == 0) return;
+  if (input.empty()) return false;
 
-  const unsigned options = *data;
+  const unsigned options = static_cast<unsigned char>(input[0]);
   look = {};
   look.refuse = (options & 8U) != 0;
   look.callsToFatal = static_cast<int>(options >> 4U);
   state.reader.maxNumberOfErrors(options & 4U ? 1 : 16);
 
-  const uint8_t* const end = data + size;
-  const char mark[] = {'=', '=', '=', '='};
-  const uint8_t* const place = std::search(data + 1, end, std::begin(mark), std::end(mark));
-  const uint8_t* const included = place == end ? end : place + sizeof mark;
-  put(state.names.main, data + 1, static_cast<size_t>(place - data - 1));
-  put(state.names.included, included, static_cast<size_t>(end - included));
+  const size_t end = std::min(input.find("===="), input.size());
+  writeFile(state.names.main, input.substr(1, end - 1));
+  writeFile(state.names.included, input.substr(std::min(end + 4, input.size())));
 
   Live* expected = options & 2U ? new Live(nullptr) : nullptr;
   const ZVFileCodeEnum result = read(state, state.names.main, expected, binary, options & 1U);
@@ -308,4 +249,5 @@ void readInput(const uint8_t* data, size_t size, bool binary) {
   delete state.reader.pTopObject();
   CHECK(Live::count == 0);
   readGoodFile(state, binary);
+  return result == ZV_FILE_OK;
 }

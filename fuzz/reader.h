@@ -10,11 +10,10 @@
 #ifndef ZV_FUZZ_READER_H
 #define ZV_FUZZ_READER_H
 
-#include <cstddef>
-#include <cstdint>
+#include <string>
 
-// Reads the input in one form, then a good file with the same reader; ends the process where one of its
-// checks fails.
-void readInput(const uint8_t* data, size_t size, bool binary);
+// Reads the input in one form, then a good file with the same reader; throws where one of its checks fails.
+// Gives whether the input was good.
+bool readInput(const std::string& input, bool binary);
 
 #endif
