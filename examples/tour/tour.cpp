@@ -87,15 +87,19 @@ class MapFile : public ZVOMLFile {
 };
 
 int main(int argc, char** argv) {
-  if (argc != 3) return 2;
+  if (argc != 3) {
+    std::fprintf(stderr, "usage: tour INPUT OUTPUT\n");
+    return 2;
+  }
   ZVOMLStatic grammar(nullptr, nullptr, nullptr, DEFINITIONS);
   MapFile file;
   file.pErrorStringBuffer(4096);
-  if (file.readOMLFile(argv[1], &grammar, nullptr, -1, 0, 1, 0) != ZV_FILE_OK) {
-    std::fputs(file.pErrorStringBuffer(), stderr);
+  ZVFileCodeEnum code = file.readOMLFile(argv[1], &grammar, nullptr, -1, 0, 1, 0);
+  auto* map = static_cast<Map*>(file.pTopObject());
+  if (code != ZV_FILE_OK || !map) {  // an empty file is good, and holds nothing
+    std::fprintf(stderr, "%s%s: no map\n", file.pErrorStringBuffer(), argv[1]);
     return 1;
   }
-  auto* map = static_cast<Map*>(file.pTopObject());
 
   for (ZVDListIter it(&map->roads); it; ++it) {
     auto* road = static_cast<Road*>(it.pObject());
@@ -105,7 +109,9 @@ int main(int argc, char** argv) {
 
   // The towns keep the ids that they had in the file.
   for (ZVDListIter it(&map->towns); it; ++it) static_cast<Town*>(it.pObject())->preFileWrite(&file);
-  ZVFileCodeEnum code = file.writeOMLFile(argv[2], &grammar, map, 0, 1, 0);
+  code = file.writeOMLFile(argv[2], &grammar, map, 0, 1, 0);
   delete map;
-  return code == ZV_FILE_OK ? 0 : 1;
+  if (code == ZV_FILE_OK) return 0;
+  std::fprintf(stderr, "%s: cannot be written\n", argv[2]);
+  return 1;
 }

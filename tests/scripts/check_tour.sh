@@ -18,5 +18,16 @@ cmp <(block oml 1) "$source/examples/tour/map.oml" || exit 1
 [ "$("$tour" "$source/examples/tour/map.oml" out.oml)" = "Ashford - Brill: 12.5 miles" ] || exit 1
 tr -d '\r' <out.oml | diff - <(printf '%s\n' 'map:' '{' $'\ttown: 1 { title: "Ashford" people: 4200 }' \
   $'\ttown: 2 { title: "Brill" people: 1000 }' $'\troad: { from: 1 to: 2 miles: 12.500000 }' '}') || exit 1
-if message=$("$tour" <(echo 'map: { town: 1 { people: 1 } }') out.oml 2>&1); then exit 1; fi
-grep -q 'Error #029 .* missing attribute `TITLE' <<<"$message"
+
+# refused PATTERN INPUT OUTPUT: the call fails with status 1 and says why.
+refused() {
+  local message
+  message=$("$tour" "$2" "$3" 2>&1)
+  [ $? -eq 1 ] && grep -q "$1" <<<"$message" && return
+  echo "tour $2 $3: no failure with '$1' but: $message"
+  exit 1
+}
+refused 'Error #029 .* missing attribute `TITLE' <(echo 'map: { town: 1 { people: 1 } }') out.oml
+refused 'null: no map' /dev/null out.oml
+refused '/: no map' / out.oml
+refused 'full: cannot be written' "$source/examples/tour/map.oml" /dev/full
