@@ -4,8 +4,11 @@
 #include <algorithm>
 #include <limits>
 #include <random>
+#include <string>
+#include <utility>
 #include <vector>
 
+#include "examples/netdraw/netcolor.h"
 #include "examples/netdraw/netfacto.h"
 #include "examples/netdraw/netorder.h"
 #include "examples/netdraw/netover.h"
@@ -202,6 +205,27 @@ TEST(NetdrawOrder, ReadsFromTopToBottomAndLeftToRight) {
         ASSERT_EQ((rank > 0) - (rank < 0), (i > k) - (i < k));
       }
     }
+  }
+}
+
+// A picture has the name that SVG gives a colour, or else its number.
+TEST(NetdrawColor, HasANameOfSvgOrOfX) {
+  constexpr std::pair<const char*, const char*> NAMES[] = {
+      {"Grey", "gray"},          {"gray0", "black"},       {"gray10", "#1a1a1a"},
+      {"gray50", "#7f7f7f"},     {"GRAY90", "#e5e5e5"},    {"grey100", "white"},
+      {"NavyBlue", "navy"},      {"maroon", "maroon"},     {"maroon1", "#ff34b3"},
+      {"red1", "red"},           {"red4", "darkred"},      {"lightgoldenrod", "#eedd82"},
+      {"tan2", "#ee9a49"},       {"hotpink4", "#8b3a62"},  {"lightgoldenrod3", "#cdbe70"},
+      {"violetred4", "#8b2252"}, {"slategray4", "#6c7b8b"}};
+  for (const auto& [name, shown] : NAMES) {
+    ZVColor color;
+    EXPECT_TRUE(setColor(color, name)) << name;
+    EXPECT_EQ(nameOf(color), shown) << name;
+  }
+  for (const char* name :
+       {"", "7", "gray101", "gray07", "gray-1", "gray5000000000", "red0", "red5", "red01", "navy1"}) {
+    ZVColor color;
+    EXPECT_FALSE(setColor(color, name)) << name;
   }
 }
 

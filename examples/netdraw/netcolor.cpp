@@ -1,17 +1,21 @@
 #include "examples/netdraw/netcolor.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <iterator>
+#include <span>
+#include <string_view>
 
 namespace {
 
 struct Name {
-  const char* name;
+  std::string_view name;
   uint32_t rgb;
 };
 
-// Of names with the same colour, the first is the one that pictures have.
+// The names of SVG. Of those with the same colour, the first is the one that pictures have.
 // clang-format off
 constexpr Name NAMES[] = {
     {"aliceblue", 0xf0f8ff}, {"antiquewhite", 0xfaebd7}, {"aqua", 0x00ffff}, {"aquamarine", 0x7fffd4},
@@ -54,7 +58,39 @@ constexpr Name NAMES[] = {
     {"teal", 0x008080}, {"thistle", 0xd8bfd8}, {"tomato", 0xff6347}, {"turquoise", 0x40e0d0},
     {"violet", 0xee82ee}, {"wheat", 0xf5deb3}, {"white", 0xffffff}, {"whitesmoke", 0xf5f5f5},
     {"yellow", 0xffff00}, {"yellowgreen", 0x9acd32}};
+
+// Further names of the X Window System, which layout programs use. Where that has a name of SVG for another
+// colour, the one of SVG holds.
+constexpr Name X_NAMES[] = {
+    {"lightgoldenrod", 0xeedd82}, {"lightslateblue", 0x8470ff}, {"navyblue", 0x000080},
+    {"violetred", 0xd02090}, {"hotpink2", 0xee6aa7}, {"hotpink3", 0xcd6090}, {"hotpink4", 0x8b3a62}};
+
+// The lightest of four numbered shades, as red1 is of red1 to red4. The darker ones of hotpink are not made of
+// it by the rule, and stand above.
+constexpr Name X_SHADES[] = {
+    {"antiquewhite", 0xffefdb}, {"aquamarine", 0x7fffd4}, {"azure", 0xf0ffff}, {"bisque", 0xffe4c4},
+    {"blue", 0x0000ff}, {"brown", 0xff4040}, {"burlywood", 0xffd39b}, {"cadetblue", 0x98f5ff},
+    {"chartreuse", 0x7fff00}, {"chocolate", 0xff7f24}, {"coral", 0xff7256}, {"cornsilk", 0xfff8dc},
+    {"cyan", 0x00ffff}, {"darkgoldenrod", 0xffb90f}, {"darkolivegreen", 0xcaff70}, {"darkorange", 0xff7f00},
+    {"darkorchid", 0xbf3eff}, {"darkseagreen", 0xc1ffc1}, {"darkslategray", 0x97ffff}, {"deeppink", 0xff1493},
+    {"deepskyblue", 0x00bfff}, {"dodgerblue", 0x1e90ff}, {"firebrick", 0xff3030}, {"gold", 0xffd700},
+    {"goldenrod", 0xffc125}, {"green", 0x00ff00}, {"honeydew", 0xf0fff0}, {"hotpink", 0xff6eb4},
+    {"indianred", 0xff6a6a}, {"ivory", 0xfffff0}, {"khaki", 0xfff68f}, {"lavenderblush", 0xfff0f5},
+    {"lemonchiffon", 0xfffacd}, {"lightblue", 0xbfefff}, {"lightcyan", 0xe0ffff},
+    {"lightgoldenrod", 0xffec8b}, {"lightpink", 0xffaeb9}, {"lightsalmon", 0xffa07a},
+    {"lightskyblue", 0xb0e2ff}, {"lightsteelblue", 0xcae1ff}, {"lightyellow", 0xffffe0},
+    {"magenta", 0xff00ff}, {"maroon", 0xff34b3}, {"mediumorchid", 0xe066ff}, {"mediumpurple", 0xab82ff},
+    {"mistyrose", 0xffe4e1}, {"navajowhite", 0xffdead}, {"olivedrab", 0xc0ff3e}, {"orange", 0xffa500},
+    {"orangered", 0xff4500}, {"orchid", 0xff83fa}, {"palegreen", 0x9aff9a}, {"paleturquoise", 0xbbffff},
+    {"palevioletred", 0xff82ab}, {"peachpuff", 0xffdab9}, {"pink", 0xffb5c5}, {"plum", 0xffbbff},
+    {"purple", 0x9b30ff}, {"red", 0xff0000}, {"rosybrown", 0xffc1c1}, {"royalblue", 0x4876ff},
+    {"salmon", 0xff8c69}, {"seagreen", 0x54ff9f}, {"seashell", 0xfff5ee}, {"sienna", 0xff8247},
+    {"skyblue", 0x87ceff}, {"slateblue", 0x836fff}, {"slategray", 0xc6e2ff}, {"snow", 0xfffafa},
+    {"springgreen", 0x00ff7f}, {"steelblue", 0x63b8ff}, {"tan", 0xffa54f}, {"thistle", 0xffe1ff},
+    {"tomato", 0xff6347}, {"turquoise", 0x00f5ff}, {"violetred", 0xff3e96}, {"wheat", 0xffe7ba},
+    {"yellow", 0xffff00}};
 // clang-format on
+constexpr uint32_t SHADES[] = {10000, 9355, 8065, 5484};  // in parts of ten thousand
 
 uint32_t rgbOf(const ZVColor& color) {
   return static_cast<uint32_t>(color.ired() << 16 | color.igreen() << 8 | color.iblue());
@@ -76,6 +112,33 @@ bool setFromDigits(ZVColor& color, std::string digits) {
   return true;
 }
 
+const Name* find(std::span<const Name> names, std::string_view name) {
+  const auto found = std::ranges::find(names, name, &Name::name);
+  return found == names.end() ? nullptr : &*found;
+}
+
+// A name with a number behind it: gray0 to gray100 in either spelling, or one of four shades.
+bool setShade(ZVColor& color, const std::string& name) {
+  const size_t digits = name.find_last_not_of("0123456789") + 1;
+  const std::string stem = name.substr(0, digits);
+  uint32_t number = 0;
+  std::from_chars(name.data() + digits, name.data() + name.size(), number);
+  if (std::to_string(number) != name.substr(digits)) return false;  // none, or not as it is spelled
+  if ((stem == "gray" || stem == "grey") && number <= 100) {
+    const uint32_t half = number == 50 || number == 90 ? 49 : 50;  // which are rounded down
+    setRGB(color, (255 * number + half) / 100 * 0x010101);
+    return true;
+  }
+  const Name* lightest = find(X_SHADES, stem);
+  if (!lightest || number < 1 || number > std::size(SHADES)) return false;
+  uint32_t rgb = 0;
+  for (int shift : {16, 8, 0}) {
+    rgb |= (lightest->rgb >> shift & 0xff) * SHADES[number - 1] / 10000 << shift;
+  }
+  setRGB(color, rgb);
+  return true;
+}
+
 }  // namespace
 
 bool setColor(ZVColor& color, const std::string& name) {
@@ -88,19 +151,18 @@ bool setColor(ZVColor& color, const std::string& name) {
     color.transparent(1);
     return true;
   }
-  for (const Name& known : NAMES) {
-    if (lower != known.name) continue;
-    setRGB(color, known.rgb);
-    return true;
-  }
-  return false;
+  const Name* known = find(NAMES, lower);
+  if (!known) known = find(X_NAMES, lower);
+  if (!known) return setShade(color, lower);
+  setRGB(color, known->rgb);
+  return true;
 }
 
 std::string nameOf(const ZVColor& color) {
   if (color.transparent()) return "none";
   const uint32_t rgb = rgbOf(color);
   for (const Name& known : NAMES) {
-    if (rgb == known.rgb) return known.name;
+    if (rgb == known.rgb) return std::string(known.name);
   }
   char text[8];
   std::snprintf(text, sizeof text, "#%06x", static_cast<unsigned>(rgb));
