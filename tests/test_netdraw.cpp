@@ -1,7 +1,8 @@
-// What netdraw finds in a drawing, against looking at everything.
+// What netdraw finds in a drawing, against looking at everything, and how it draws it.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <limits>
 #include <random>
 #include <string>
@@ -12,7 +13,10 @@
 #include "examples/netdraw/netfacto.h"
 #include "examples/netdraw/netorder.h"
 #include "examples/netdraw/netover.h"
+#include "examples/netdraw/netpage.h"
+#include "examples/netdraw/netpict.h"
 #include "examples/netdraw/netroute.h"
+#include "examples/netdraw/netshape.h"
 #include "utils/zvrect.h"
 
 namespace {
@@ -227,6 +231,58 @@ TEST(NetdrawColor, HasANameOfSvgOrOfX) {
     ZVColor color;
     EXPECT_FALSE(setColor(color, name)) << name;
   }
+}
+
+// An edge from a node to itself has bends of its own, or a loop that ends on the outline of the node.
+TEST(NetdrawPicture, ShowsLoops) {
+  for (int shape = 0; shape < 6; ++shape) {
+    for (const ZVSize& size : {ZVSize(10, 10), ZVSize(750, 500), ZVSize(60, 5000), ZVSize(5000, 60)}) {
+      NetFactory factory;
+      NetGraph graph(nullptr, factory);
+      NetNode* node = graph.addNode();
+      node->size = size;
+      node->shape.take(graph.shapes.share(outlineOf(static_cast<Shape>(shape))));
+      NetEdge* loop = graph.addEdge();
+      loop->source = loop->target = node;
+      EXPECT_EQ(Picture(graph, false).endsOnOutline(), 2) << shape << ' ' << size.width();
+      EXPECT_GT(loop->line()[4].x(), node->rect().right() + 100);
+    }
+  }
+}
+
+TEST(NetdrawPicture, ReachesAsFarAsItsNumbers) {
+  constexpr int32_t FAR = 1 << 28;
+  for (int32_t place : {FAR - 50, FAR - 49, INT32_MAX, -FAR + 50, -FAR + 49, INT32_MIN}) {
+    NetFactory factory;
+    NetGraph graph(nullptr, factory);
+    NetNode* near = graph.addNode();
+    near->size = ZVSize(-100, INT32_MIN);
+    NetNode* node = graph.addNode();
+    node->centre.set(place, place);
+    node->size = ZVSize(100, 100);
+    NetEdge* edge = graph.addEdge();
+    edge->source = near;
+    edge->target = node;
+    ASSERT_EQ(Picture::canShow(graph), std::abs(int64_t{place}) <= FAR - 50) << place;
+    if (Picture::canShow(graph)) {
+      EXPECT_EQ(Picture(graph, true).svg().find("=\"-"), std::string::npos);
+    }
+    edge->source = node;
+    EXPECT_FALSE(Picture::canShow(graph)) << place;  // a loop reaches further than its node
+  }
+}
+
+TEST(NetdrawPicture, HoldsCharactersOfXml) {
+  constexpr std::pair<const char*, const char*> TEXTS[] = {
+      {"<\"a\">&\n\x7f", "&lt;&quot;a&quot;&gt;&amp; \x7f"},
+      {"\u00df\u20ac\U0001f600\U0010ffff", "\u00df\u20ac\U0001f600\U0010ffff"},
+      {"\xdf\xdfz", "\u00df\u00dfz"},                          // Latin-1
+      {"\xe2\x82", "\u00e2\xc2\x82"},                          // cut off
+      {"\xc0\xaf", "\u00c0\u00af"},                            // longer than it must be
+      {"\xed\xa0\x80", "\u00ed\u00a0\xc2\x80"},                // half of a pair
+      {"\xf4\x90\x80\x80", "\u00f4\xc2\x90\xc2\x80\xc2\x80"},  // beyond the last one
+      {"\xef\xbf\xbe", "\u00ef\u00bf\u00be"}};                 // no character
+  for (const auto& [text, spelled] : TEXTS) EXPECT_EQ(SvgPage::escaped(text), spelled);
 }
 
 }  // namespace

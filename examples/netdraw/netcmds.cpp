@@ -247,6 +247,10 @@ int drawFile(Trace& trace, const std::string& input, Form from, const std::strin
   NetFactory factory;
   std::unique_ptr<NetGraph> graph = readShowing(factory, trace, input, from);
   if (!graph) return EXIT_FILE_ERRORS;
+  if (!Picture::canShow(*graph)) {
+    std::printf("%s: reaches too far for a picture\n", input.c_str());
+    return EXIT_FILE_ERRORS;
+  }
   const Picture picture(*graph, regions);
   std::printf("%s: %d of %d edge ends on an outline, %d of %d labels inside their node\n", input.c_str(),
               picture.endsOnOutline(), picture.ends(), picture.labelsInside(), picture.labels());

@@ -2,25 +2,25 @@
 
 #include <algorithm>
 
+#include "examples/netdraw/netutf8.h"
+
 namespace {
 
 int32_t widthOf(char c) { return netwidth::WIDTHS[static_cast<unsigned char>(c)]; }
 
-// A byte that is no UTF-8 stands for itself.
 std::string latin1(const std::string& utf8) {
-  auto continues = [&](size_t i) { return i < utf8.size() && (utf8[i] & 0xc0) == 0x80; };
   std::string result;
-  for (size_t i = 0; i < utf8.size(); ++i) {
-    const auto c = static_cast<unsigned char>(utf8[i]);
-    if (c < 0xc0 || !continues(i + 1)) {
+  for (size_t i = 0; i < utf8.size();) {
+    const size_t length = utf8Length(utf8, i);
+    const auto first = static_cast<unsigned char>(utf8[i]);
+    if (length < 2) {
       result += utf8[i];
-    } else if (c <= 0xc3) {
-      ++i;
-      result += static_cast<char>((c & 0x03) << 6 | (utf8[i] & 0x3f));
+    } else if (first <= 0xc3) {
+      result += static_cast<char>((first & 0x03) << 6 | (utf8[i + 1] & 0x3f));
     } else {
-      while (continues(i + 1)) ++i;
       result += 'W';
     }
+    i += std::max<size_t>(length, 1);
   }
   return result;
 }

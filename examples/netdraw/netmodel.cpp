@@ -14,6 +14,12 @@ namespace {
 
 const char* const PATTERNS[] = {"solid", "dashed", "dotted"};
 
+// How far the control points of a loop lie off the right side of its node, and above and below its centre.
+constexpr int32_t LOOP_WIDTH = 300;
+constexpr int32_t LOOP_RISE = 200;
+
+int32_t within32Bits(int64_t value) { return truncateToInt32(static_cast<double>(value)); }
+
 // A colour by its name, as earlier files have it; no name is no colour.
 void takeColor(Share<ZVColorResource>& share, NetGraph& graph, const char* name) {
   ZVColor color;
@@ -52,13 +58,15 @@ NetNode::NetNode(NetGraph* graph) : NetObject(graph, graph->takeNumber()) {
   shape.take(graph->shapes.shareDefault());
 }
 
+ZVSize NetNode::extent() const { return ZVSize(std::max(size.width(), 0), std::max(size.height(), 0)); }
+
 ZVRect NetNode::rect() const {
-  const int32_t width = std::max(size.width(), 0);
-  const int32_t height = std::max(size.height(), 0);
+  const int32_t width = extent().width();
+  const int32_t height = extent().height();
   const int64_t left = int64_t{centre.x()} - width / 2;
   const int64_t bottom = int64_t{centre.y()} - height / 2;
-  const auto near = [](int64_t value) { return truncateToInt32(static_cast<double>(value)); };
-  return ZVRect(near(left), near(bottom), near(left + width), near(bottom + height));
+  return ZVRect(within32Bits(left), within32Bits(bottom), within32Bits(left + width),
+                within32Bits(bottom + height));
 }
 
 int NetNode::vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject*, ZVOMLFile*) {
@@ -134,8 +142,15 @@ NetBend* NetEdge::addBend() {
 std::vector<ZVPoint> NetEdge::leads() const {
   std::vector<ZVPoint> points;
   forEach<NetBend>(bends, [&](NetBend* bend) { points.push_back(bend->point); });
-  if (points.size() < 2) points = {source->centre, target->centre};
-  return points;
+  if (points.size() >= 2) return points;
+  if (source != target) return {source->centre, target->centre};
+  const ZVRect rect = source->rect();
+  auto point = [&](int32_t away, int32_t rise) {
+    return ZVPoint(within32Bits(int64_t{rect.right()} + away),
+                   within32Bits(int64_t{source->centre.y()} + rise));
+  };
+  const int32_t foot = std::min(LOOP_RISE / 2, source->extent().height() / 4);
+  return {point(0, foot), point(LOOP_WIDTH, LOOP_RISE), point(LOOP_WIDTH, -LOOP_RISE), point(0, -foot)};
 }
 
 std::vector<ZVPoint> NetEdge::line() const {

@@ -59,7 +59,8 @@ class NetNode : public NetObject {
 
   const ZVShape& outline() const { return *shape.get()->pShape(); }
 
-  // What it covers, cut off where 32 bits end; a negative extent counts as 0.
+  // Its size, where a negative extent counts as 0, and what it covers, cut off where 32 bits end.
+  ZVSize extent() const;
   ZVRect rect() const;
 
   int vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVOMLFile* file) override;
@@ -88,11 +89,12 @@ class NetEdge : public NetObject {
   ZVDList bends;
 
   NetBend* addBend();
-  // The points that lead the line: its bends, or the centres of its ends if it has less than two.
+  // The points that lead the line: its bends, or if it has less than two the centres of its ends, and for an
+  // edge from a node to itself a loop on the right of it. REQUIRES: both ends are set.
   std::vector<ZVPoint> leads() const;
   // Whether these are the control points of curves, three for each behind the first one.
   static bool areCurves(const std::vector<ZVPoint>& leads) { return leads.size() % 3 == 1; }
-  // The line itself, curves in short straight pieces. REQUIRES, as of leads: both ends are set.
+  // The line itself, curves in short straight pieces. REQUIRES: both ends are set.
   std::vector<ZVPoint> line() const;
 
   int vReadField(ZVOMLSyntaxField* field, ZVOMLSyntaxObject* object, ZVOMLFile* file) override;

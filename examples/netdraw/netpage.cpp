@@ -1,8 +1,10 @@
 #include "examples/netdraw/netpage.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "examples/netdraw/netfont.h"
+#include "examples/netdraw/netutf8.h"
 
 namespace {
 
@@ -11,6 +13,21 @@ std::string number(double value) {
   char text[64];
   auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, 2).ptr;
   return {text, end};
+}
+
+std::string spelled(char c) {
+  switch (c) {
+    case '&':
+      return "&amp;";
+    case '<':
+      return "&lt;";
+    case '>':
+      return "&gt;";
+    case '"':
+      return "&quot;";
+    default:
+      return {c < ' ' ? ' ' : c};  // control characters have no spelling in XML
+  }
 }
 
 }  // namespace
@@ -93,24 +110,18 @@ std::string SvgPage::svg() const {
 
 std::string SvgPage::escaped(const std::string& text) {
   std::string result;
-  for (char c : text) {
-    switch (c) {
-      case '&':
-        result += "&amp;";
-        break;
-      case '<':
-        result += "&lt;";
-        break;
-      case '>':
-        result += "&gt;";
-        break;
-      case '"':
-        result += "&quot;";
-        break;
-      default:
-        // Control characters have no spelling in XML.
-        result += static_cast<unsigned char>(c) < 32 ? ' ' : c;
+  for (size_t i = 0; i < text.size();) {
+    const size_t length = utf8Length(text, i);
+    if (length == 1) {
+      result += spelled(text[i]);
+    } else if (length > 1) {
+      result.append(text, i, length);
+    } else {
+      const unsigned byte = static_cast<unsigned char>(text[i]);
+      result += static_cast<char>(0xc0 | byte >> 6);
+      result += static_cast<char>(0x80 | (byte & 0x3f));
     }
+    i += std::max<size_t>(length, 1);
   }
   return result;
 }

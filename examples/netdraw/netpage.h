@@ -29,6 +29,7 @@ class SvgPage {
   // The whole page.
   std::string svg() const;
 
+  // As it is spelled in XML.
   static std::string escaped(const std::string& text);
 
  private:

@@ -14,6 +14,8 @@ namespace {
 
 constexpr double UNITS_PER_PIXEL = 1000.0 / 72.0;  // 72 pixels to the inch
 constexpr int32_t MARGIN = 100;
+// Lines that are drawn on by the diagonal of a node stay within 32 bits up to there.
+constexpr int32_t FARTHEST = 1 << 28;
 constexpr double ARROW_LENGTH = 130.0;
 constexpr double ARROW_HALF_WIDTH = 45.0;
 constexpr const char* REGION_LINES = "stroke=\"crimson\" stroke-width=\"0.5\"";
@@ -42,6 +44,7 @@ std::string dashes(Pattern pattern) {
   return attribute("stroke-dasharray", pattern == Pattern::DASHED ? "5 3" : "1 3");
 }
 
+// What a drawing covers.
 ZVRect boundsOf(const NetGraph& graph) {
   ZVRect bounds(0, 0, graph.extent.width(), graph.extent.height());
   auto include = [&](int32_t left, int32_t bottom, int32_t right, int32_t top) {
@@ -49,23 +52,24 @@ ZVRect boundsOf(const NetGraph& graph) {
                       std::max(bounds.right(), right), std::max(bounds.top(), top));
   };
   forEach<NetNode>(graph.nodes, [&](NetNode* node) {
-    const ZVRect r(node->centre, node->size);
+    const ZVRect r = node->rect();
     include(r.left(), r.bottom(), r.right(), r.top());
   });
   forEach<NetEdge>(graph.edges, [&](NetEdge* edge) {
-    forEach<NetBend>(edge->bends, [&](NetBend* bend) {
-      include(bend->point.x(), bend->point.y(), bend->point.x(), bend->point.y());
-    });
+    if (!edge->source || !edge->target) return;
+    for (const ZVPoint& p : edge->leads()) include(p.x(), p.y(), p.x(), p.y());
   });
-  bounds.setCorners(bounds.left() - MARGIN, bounds.bottom() - MARGIN, bounds.right() + MARGIN,
-                    bounds.top() + MARGIN);
   return bounds;
+}
+
+ZVRect withMargin(const ZVRect& rect) {
+  return ZVRect(rect.left() - MARGIN, rect.bottom() - MARGIN, rect.right() + MARGIN, rect.top() + MARGIN);
 }
 
 // Begins a line at the last of the bends that lie in its first node, under which it cannot be seen.
 void dropHiddenBends(std::vector<ZVPoint>& points, const NetNode& node) {
   auto first = points.begin();
-  while (points.end() - first > 2 && node.outline().within(first[1], node.centre, node.size)) ++first;
+  while (points.end() - first > 2 && node.outline().within(first[1], node.centre, node.extent())) ++first;
   points.erase(points.begin(), first);
 }
 
@@ -93,8 +97,14 @@ void drawGrid(SvgPage& page, const ZVPolygon& polygon, int32_t height, ZVLabelLo
   ZVPolygon::deleteGrid(&grid);
 }
 
+bool Picture::canShow(const NetGraph& graph) {
+  const ZVRect bounds = boundsOf(graph);
+  return std::min(bounds.left(), bounds.bottom()) >= -FARTHEST &&
+         std::max(bounds.right(), bounds.top()) <= FARTHEST;
+}
+
 Picture::Picture(const NetGraph& graph, bool regions)
-    : page_(boundsOf(graph), UNITS_PER_PIXEL), regions_(regions) {
+    : page_(withMargin(boundsOf(graph)), UNITS_PER_PIXEL), regions_(regions) {
   forEach<NetEdge>(graph.edges, [&](NetEdge* edge) { drawEdge(*edge); });
   forEach<NetNode>(graph.nodes, [&](NetNode* node) { drawNode(*node); });
 }
@@ -104,12 +114,13 @@ Picture::Picture(const NetGraph& graph, bool regions)
 ZVPoint Picture::endOnOutline(const NetNode& node, const ZVPoint& last, const ZVPoint& before) {
   ++ends_;
   const ZVShape& shape = node.outline();
-  const double reach = ZVPoint::distance(0, 0, node.size.width(), node.size.height());
+  const ZVSize size = node.extent();
+  const double reach = ZVPoint::distance(0, 0, size.width(), size.height());
   ZVPoint end = toward(last, before, -reach);
-  int met = shape.intersectsSegment(end, before, node.centre, node.size);
+  int met = shape.intersectsSegment(end, before, node.centre, size);
   if (!met) {
     end = node.centre;
-    met = shape.intersectsSegment(end, before, node.centre, node.size);
+    met = shape.intersectsSegment(end, before, node.centre, size);
   }
   endsOnOutline_ += met;
   return met ? end : last;
@@ -144,12 +155,13 @@ void Picture::drawEdge(const NetEdge& edge) {
 
 void Picture::drawNode(const NetNode& node) {
   const ZVShape& shape = node.outline();
-  drawOutline(page_, shape, node.centre, node.size,
+  const ZVSize size = node.extent();
+  drawOutline(page_, shape, node.centre, size,
               attribute("fill", node.filled ? nameOf(node.fill, "white") : "white") +
                   attribute("stroke", nameOf(node.color, "black")));
   ZVPoint place;
   const LabelBlock label =
-      placeLabel(place, shape, node.centre, node.size, node.label, LETTERS, ZV_LABEL_LOCATION_CENTER);
+      placeLabel(place, shape, node.centre, size, node.label, LETTERS, ZV_LABEL_LOCATION_CENTER);
   if (regions_) drawRegions(node, label.height);
   if (node.label.empty()) return;
   ++labels_;
@@ -161,9 +173,9 @@ void Picture::drawNode(const NetNode& node) {
 void Picture::drawRegions(const NetNode& node, int32_t height) {
   const ZVShape& shape = node.outline();
   if (isPolygon(shape) && height > 0) {
-    drawGrid(page_, outlinePolygon(shape, node.centre, node.size), height, ZV_LABEL_LOCATION_CENTER);
+    drawGrid(page_, outlinePolygon(shape, node.centre, node.extent()), height, ZV_LABEL_LOCATION_CENTER);
   }
   ZVRect inner;
-  shape.getCurrentInnerRect(inner, node.centre, node.size);
+  shape.getCurrentInnerRect(inner, node.centre, node.extent());
   page_.rect(inner, std::string("fill=\"none\" ") + REGION_LINES);
 }

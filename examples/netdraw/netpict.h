@@ -11,6 +11,10 @@
 
 class Picture {
  public:
+  // Whether the numbers of a picture reach to all of the drawing, which takes some four miles.
+  static bool canShow(const NetGraph& graph);
+
+  // REQUIRES: the drawing can be shown.
   // With regions, the picture also shows where labels could go: the text rectangles of the nodes, and the
   // grids in which the labels of polygonal nodes are placed.
   Picture(const NetGraph& graph, bool regions);
