@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <set>
 
 #include "examples/netdraw/netgall.h"
@@ -15,6 +16,7 @@
 #include "examples/netdraw/netpict.h"
 #include "examples/netdraw/netplain.h"
 #include "examples/netdraw/netroute.h"
+#include "examples/netdraw/networds.h"
 
 namespace {
 
@@ -24,17 +26,29 @@ double millisecondsSince(Clock::time_point start) {
   return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
+// Says what a call fails by.
+int failure(const std::string& path, const std::string& why, int status = EXIT_FILE_ERRORS) {
+  std::fprintf(stderr, "%s: %s\n", path.c_str(), why.c_str());
+  return status;
+}
+
 // Reads one drawing; shows the messages of the file, and why there is no drawing if there is none.
-std::unique_ptr<NetGraph> readShowing(NetFile& file, const std::string& path, Form form) {
+std::unique_ptr<NetGraph> readShowing(NetFile& file, const std::string& path, Form form,
+                                      std::FILE* out = stderr) {
   std::unique_ptr<NetGraph> graph = file.read(path, form);
-  std::fputs(file.messages().c_str(), stdout);
+  std::fputs(file.messages().c_str(), out);
   if (graph) return graph;
+  std::string why = "holds no drawing";
   if (file.numberOfErrors() > 0) {
-    std::printf("%s: %d errors, %d warnings\n", path.c_str(), file.numberOfErrors(), file.numberOfWarnings());
+    why = counted(file.numberOfErrors(), "error") + ", " + counted(file.numberOfWarnings(), "warning");
   } else if (file.code() != ZV_FILE_OK) {
-    std::printf("%s: cannot be read (code %d)\n", path.c_str(), static_cast<int>(file.code()));
-  } else {
-    std::printf("%s: holds no drawing\n", path.c_str());
+    why = inWords(file.code());
+  }
+  std::fprintf(out, "%s: %s\n", path.c_str(), why.c_str());
+  const Form seeming = seemingForm(path).value_or(form);
+  if (seeming != form) {
+    std::fprintf(out, "%s: looks like the %s form: try --from %s\n", path.c_str(), nameOf(seeming),
+                 nameOf(seeming));
   }
   return nullptr;
 }
@@ -45,15 +59,27 @@ std::unique_ptr<NetGraph> readShowing(NetFactory& factory, Trace& trace, const s
   return readShowing(file, path, form);
 }
 
+// Whether a file of another kind would take the place of what the call reads.
+bool wouldReplace(const std::string& input, const std::string& output) {
+  std::error_code none;
+  return std::filesystem::is_regular_file(input, none) && std::filesystem::equivalent(input, output, none);
+}
+
+// In bytes; devices and pipes have no size.
+std::optional<std::uintmax_t> sizeOf(const std::string& path) {
+  std::error_code none;
+  const std::uintmax_t bytes = std::filesystem::file_size(path, none);
+  return none ? std::nullopt : std::optional(bytes);
+}
+
 // Writes one drawing and says so.
 int writeShowing(NetFile& file, const std::string& path, Form form, NetGraph& graph) {
   auto start = Clock::now();
-  if (file.write(path, form, graph) != ZV_FILE_OK) {
-    std::printf("%s: cannot be written (code %d)\n", path.c_str(), static_cast<int>(file.code()));
-    return EXIT_FILE_ERRORS;
-  }
-  std::printf("%s: written as %s, %ju bytes, %.2f ms\n", path.c_str(), nameOf(form),
-              static_cast<std::uintmax_t>(std::filesystem::file_size(path)), millisecondsSince(start));
+  if (file.write(path, form, graph) != ZV_FILE_OK) return failure(path, inWords(file.code()));
+  const double milliseconds = millisecondsSince(start);
+  const auto bytes = sizeOf(path);
+  std::fprintf(stderr, "%s: written as %s, %s%.2f ms\n", path.c_str(), nameOf(form),
+               bytes ? (counted(*bytes, "byte") + ", ").c_str() : "", milliseconds);
   return EXIT_GOOD;
 }
 
@@ -81,9 +107,10 @@ const NetNode* findShowing(const NetGraph& graph, const std::string& path, const
   const NetNode* first = graph.findNode(title);
   int count = 0;
   forEach<NetNode>(graph.nodes, [&](NetNode* node) { count += node->title == title; });
-  if (count == 0) std::printf("%s: holds no node \"%s\"\n", path.c_str(), title.c_str());
+  if (count == 0) failure(path, "holds no node \"" + title + '"');
   if (count > 1) {
-    std::printf("%s: holds %d nodes \"%s\"; the first is meant\n", path.c_str(), count, title.c_str());
+    std::fprintf(stderr, "%s: holds %d nodes \"%s\"; the first is meant\n", path.c_str(), count,
+                 title.c_str());
   }
   return first;
 }
@@ -113,9 +140,10 @@ void showShared(const NetGraph& graph) {
     coloredEdges += static_cast<bool>(edge->color);
     if (edge->color) colors.insert(edge->color.get());
   });
-  std::printf("  colours     %zu, shared by %d nodes and %d edges\n", colors.size(), coloredNodes,
-              coloredEdges);
-  std::printf("  shapes      %zu, shared by %d nodes\n", shapes.size(), graph.nodes.length());
+  std::printf("  colours     %zu, shared by %s and %s\n", colors.size(),
+              counted(coloredNodes, "node").c_str(), counted(coloredEdges, "edge").c_str());
+  std::printf("  shapes      %zu, shared by %s\n", shapes.size(),
+              counted(graph.nodes.length(), "node").c_str());
 }
 
 // Writes a picture; nothing that is not whole is called written.
@@ -123,12 +151,9 @@ int writePicture(Trace& trace, const std::string& path, const std::string& svg) 
   std::ofstream out(path, std::ios::binary);
   out << svg;
   out.close();
-  trace.line("draw " + path + ": " + (out ? std::to_string(svg.size()) + " bytes" : "failed"));
-  if (!out) {
-    std::printf("%s: cannot be written\n", path.c_str());
-    return EXIT_FILE_ERRORS;
-  }
-  std::printf("%s: drawn, %zu bytes\n", path.c_str(), svg.size());
+  trace.line("draw " + path + ": " + (out ? counted(svg.size(), "byte") : "failed"));
+  if (!out) return failure(path, "cannot be written");
+  std::fprintf(stderr, "%s: drawn, %s\n", path.c_str(), counted(svg.size(), "byte").c_str());
   return EXIT_GOOD;
 }
 
@@ -139,21 +164,17 @@ Form formOfName(const std::string& path) {
 }
 
 int importPlain(Trace& trace, const std::string& input, const std::string& output, Form to) {
+  if (wouldReplace(input, output)) return failure(output, "would be written over the input", EXIT_WRONG_CALL);
   std::ifstream in(input);
-  if (!in) {
-    std::printf("%s: cannot be opened\n", input.c_str());
-    return EXIT_FILE_ERRORS;
-  }
+  if (!in) return failure(input, "cannot be opened");
   std::string error;
   NetFactory factory;
   std::unique_ptr<NetGraph> graph =
       readPlain(in, std::filesystem::path(input).stem().string(), factory, error);
-  if (!graph) {
-    std::printf("%s: %s\n", input.c_str(), error.c_str());
-    return EXIT_FILE_ERRORS;
-  }
-  std::printf("%s: %d nodes, %d edges, %d bend points\n", input.c_str(), graph->nodes.length(),
-              graph->edges.length(), countBends(*graph));
+  if (!graph) return failure(input, error);
+  std::fprintf(stderr, "%s: %s, %s, %s\n", input.c_str(), counted(graph->nodes.length(), "node").c_str(),
+               counted(graph->edges.length(), "edge").c_str(),
+               counted(countBends(*graph), "bend point").c_str());
   NetFile file(factory, trace);
   return writeShowing(file, output, to, *graph);
 }
@@ -164,7 +185,7 @@ int checkFiles(Trace& trace, const std::vector<std::string>& paths, const Form* 
   int status = EXIT_GOOD;
   for (const std::string& path : paths) {
     NetFile file(factory, trace);
-    std::unique_ptr<NetGraph> graph = readShowing(file, path, form ? *form : formOfName(path));
+    std::unique_ptr<NetGraph> graph = readShowing(file, path, form ? *form : formOfName(path), stdout);
     if (!graph) {
       status = EXIT_FILE_ERRORS;
       continue;
@@ -181,7 +202,9 @@ int checkFiles(Trace& trace, const std::vector<std::string>& paths, const Form* 
                 difference.c_str());
     status = EXIT_FILE_ERRORS;
   }
-  if (same && status == EXIT_GOOD) std::printf("all %zu files hold the same drawing\n", paths.size());
+  if (same && status == EXIT_GOOD && paths.size() > 1) {
+    std::printf("all %zu files hold the same drawing\n", paths.size());
+  }
   return status;
 }
 
@@ -202,7 +225,7 @@ int showInfo(Trace& trace, const std::string& path, Form from) {
   showShared(*graph);
   forEach<ZVText>(graph->notes, [](ZVText* note) { std::printf("  note        %s\n", note->pString()); });
   std::printf("  references  %d of %d resolved\n", countReferences(*graph), 2 * graph->edges.length());
-  std::printf("  bytes       %ju\n", static_cast<std::uintmax_t>(std::filesystem::file_size(path)));
+  if (const auto bytes = sizeOf(path)) std::printf("  bytes       %ju\n", *bytes);
   std::printf("  read in     %.2f ms\n", milliseconds);
   return EXIT_GOOD;
 }
@@ -227,8 +250,8 @@ int fitFile(Trace& trace, const std::string& input, Form from, const std::string
     node->size = size;
     ++fitted;
   });
-  std::printf("%s: %d of %d nodes fitted around their labels\n", input.c_str(), fitted,
-              graph->nodes.length());
+  std::fprintf(stderr, "%s: %d of %s fitted around a label\n", input.c_str(), fitted,
+               counted(graph->nodes.length(), "node").c_str());
   return writeShowing(file, output, to, *graph);
 }
 
@@ -239,21 +262,20 @@ int addNote(Trace& trace, const std::string& input, Form from, const std::string
   std::unique_ptr<NetGraph> graph = readShowing(file, input, from);
   if (!graph) return EXIT_FILE_ERRORS;
   graph->addNote(text);
-  std::printf("%s: %d notes\n", output.c_str(), graph->notes.length());
+  std::fprintf(stderr, "%s: %s\n", output.c_str(), counted(graph->notes.length(), "note").c_str());
   return writeShowing(file, output, to, *graph);
 }
 
 int drawFile(Trace& trace, const std::string& input, Form from, const std::string& output, bool regions) {
+  if (wouldReplace(input, output)) return failure(output, "would be written over the input", EXIT_WRONG_CALL);
   NetFactory factory;
   std::unique_ptr<NetGraph> graph = readShowing(factory, trace, input, from);
   if (!graph) return EXIT_FILE_ERRORS;
-  if (!Picture::canShow(*graph)) {
-    std::printf("%s: reaches too far for a picture\n", input.c_str());
-    return EXIT_FILE_ERRORS;
-  }
+  if (!Picture::canShow(*graph)) return failure(input, "reaches too far for a picture");
   const Picture picture(*graph, regions);
-  std::printf("%s: %d of %d edge ends on an outline, %d of %d labels inside their node\n", input.c_str(),
-              picture.endsOnOutline(), picture.ends(), picture.labelsInside(), picture.labels());
+  std::fprintf(stderr, "%s: %d of %s on an outline, %d of %s inside a node\n", input.c_str(),
+               picture.endsOnOutline(), counted(picture.ends(), "edge end").c_str(), picture.labelsInside(),
+               counted(picture.labels(), "label").c_str());
   return writePicture(trace, output, picture.svg());
 }
 
@@ -264,9 +286,9 @@ int showOverlaps(Trace& trace, const std::string& path, Form from, int most) {
   auto start = Clock::now();
   const Overlaps overlaps = findOverlaps(*graph, static_cast<size_t>(most));
   const auto edges = static_cast<int64_t>(overlaps.edges.size());
-  std::printf("%s: %jd pairs of nodes overlap, %jd of %d edges cross other nodes, found in %.2f ms\n",
-              path.c_str(), static_cast<std::intmax_t>(overlaps.nodePairs), static_cast<std::intmax_t>(edges),
-              graph->edges.length(), millisecondsSince(start));
+  std::printf("%s: %s of nodes, %jd of %s across other nodes, found in %.2f ms\n", path.c_str(),
+              counted(overlaps.nodePairs, "overlapping pair").c_str(), static_cast<std::intmax_t>(edges),
+              counted(graph->edges.length(), "edge").c_str(), millisecondsSince(start));
   showFirst(overlaps.nodes, overlaps.nodePairs, most, [](const auto& pair) {
     std::printf("  \"%s\" and \"%s\" overlap\n", pair.first->title.c_str(), pair.second->title.c_str());
   });
@@ -292,8 +314,9 @@ int showRoute(Trace& trace, const std::string& path, Form from, const std::strin
     std::printf("%s: no route leads from \"%s\" to \"%s\"\n", path.c_str(), start.c_str(), end.c_str());
     return EXIT_FILE_ERRORS;
   }
-  std::printf("%s: %zu edges, %.3f inches, found in %.2f ms\n", path.c_str(), route.nodes.size() - 1,
-              route.length / 1000.0, millisecondsSince(begin));
+  std::printf("%s: %s, %.3f inches, found in %.2f ms\n", path.c_str(),
+              counted(route.nodes.size() - 1, "edge").c_str(), route.length / 1000.0,
+              millisecondsSince(begin));
   for (const NetNode* node : route.nodes) std::printf("  \"%s\"\n", node->title.c_str());
   return EXIT_GOOD;
 }

@@ -1,5 +1,8 @@
-// The commands of netdraw. Each prints what it did and gives the exit status: 0, or 1 if a file has errors
-// or does not hold what is asked for.
+// The commands of netdraw. Each gives the exit status: 0, 1 if a file has errors or does not hold what is
+// asked for, or 2 if the call is wrong.
+//
+// What was asked for goes to the standard output. What is said beyond that goes to the error stream: messages
+// about files, failures, and what was written, so that the standard output may be the file that is written.
 #ifndef NETDRAW_NETCMDS_H
 #define NETDRAW_NETCMDS_H
 

@@ -1,6 +1,11 @@
 #include "examples/netdraw/netfile.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
 #include "examples/netdraw/nettable.h"
+#include "examples/netdraw/networds.h"
 
 namespace {
 
@@ -41,6 +46,31 @@ NetGrammar::NetGrammar()
 
 const char* nameOf(Form form) { return form == Form::BINARY ? "binary" : "text"; }
 
+std::optional<Form> seemingForm(const std::string& path) {
+  std::error_code none;
+  if (!std::filesystem::is_regular_file(path, none)) return std::nullopt;
+  std::ifstream in(path, std::ios::binary);
+  char bytes[256];
+  const auto count = in.read(bytes, sizeof bytes).gcount();
+  if (count == 0) return std::nullopt;
+  // Numbers of the binary form have bytes that no text has.
+  auto isNoText = [](char c) { return static_cast<unsigned char>(c) < ' ' && (c < '\t' || c > '\r'); };
+  return std::any_of(bytes, bytes + count, isNoText) ? Form::BINARY : Form::TEXT;
+}
+
+const char* inWords(ZVFileCodeEnum code) {
+  switch (code) {
+    case ZV_FILE_OK:
+      return "good";
+    case ZV_FILE_OPEN_ERROR:
+      return "cannot be opened";
+    case ZV_FILE_READ_ERROR:
+      return "cannot be read";
+    default:  // a write that fails may show at the close
+      return "cannot be written";
+  }
+}
+
 NetFile::NetFile(NetFactory& factory, Trace& trace) : factory_(factory), trace_(trace) {
   pOMLExtension(&notes_);
   pErrorStringBuffer(MESSAGE_BYTES);
@@ -64,9 +94,8 @@ ZVFileCodeEnum NetFile::write(const std::string& path, Form form, NetGraph& grap
 }
 
 void NetFile::traceRun(const char* what, const std::string& path, Form form) {
-  trace_.line(std::string(what) + ' ' + path + " as " + nameOf(form) + ": code " + std::to_string(code_) +
-              ", " + std::to_string(numberOfErrors()) + " errors, " + std::to_string(numberOfWarnings()) +
-              " warnings");
+  trace_.line(std::string(what) + ' ' + path + " as " + nameOf(form) + ": " + inWords(code_) + ", " +
+              counted(numberOfErrors(), "error") + ", " + counted(numberOfWarnings(), "warning"));
 }
 
 std::string NetFile::messages() const { return std::string(pErrorStringBuffer()) + pWarningStringBuffer(); }

@@ -3,6 +3,7 @@
 #define NETDRAW_NETFILE_H
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "examples/netdraw/netfacto.h"
@@ -16,6 +17,11 @@
 enum class Form { TEXT, BINARY };
 
 const char* nameOf(Form form);
+// The form that a file seems to have by how it begins; none if it is no regular file, or empty.
+std::optional<Form> seemingForm(const std::string& path);
+
+// What became of a file, as in "it cannot be opened".
+const char* inWords(ZVFileCodeEnum code);
 
 // The grammar of these files.
 class NetGrammar : public ZVOMLStatic {

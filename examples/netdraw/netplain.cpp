@@ -105,10 +105,8 @@ class PlainReader {
     return true;
   }
 
-  std::unique_ptr<NetGraph> result() {
-    if (!hasGraph_) throw PlainError("there is no graph line");
-    return std::move(graph_);
-  }
+  // Null without a graph line.
+  std::unique_ptr<NetGraph> result() { return hasGraph_ ? std::move(graph_) : nullptr; }
 
  private:
   void readGraph(Words& words) {
@@ -190,10 +188,15 @@ std::unique_ptr<NetGraph> readPlain(std::istream& in, const std::string& title, 
       ++number;
       if (!reader.readLine(line)) break;
     }
-    if (in.bad()) throw PlainError("the file cannot be read");
-    return reader.result();
   } catch (const PlainError& wrong) {
     error = "line " + std::to_string(number) + ": " + wrong.what();
     return nullptr;
   }
+  if (in.bad()) {
+    error = "cannot be read";
+    return nullptr;
+  }
+  std::unique_ptr<NetGraph> graph = reader.result();
+  if (!graph) error = "holds no graph line";
+  return graph;
 }

@@ -16,8 +16,8 @@
 
 #include "examples/netdraw/netmodel.h"
 
-// A drawing of that factory. Null if the text is not in that form; error then tells the line and what is
-// wrong with it.
+// A drawing of that factory. Null if the text is not in that form; error then tells what is wrong, and in
+// which line.
 std::unique_ptr<NetGraph> readPlain(std::istream& in, const std::string& title, NetFactory& factory,
                                     std::string& error);
 

@@ -4,6 +4,7 @@
 
 #include "examples/netdraw/netcolor.h"
 #include "examples/netdraw/netmodel.h"
+#include "examples/netdraw/networds.h"
 #include "netkeys.h"
 #include "utils/zvomlfil.h"
 #include "utils/zvomlsfi.h"
@@ -190,9 +191,9 @@ void NetResources::checkField(ZVOMLSyntaxField* field, int32_t type) {
       return errorMessage(field, BAD_SHAPE, "a shape has coordinates from -1000 to 1000", 0);
     case ZV_XKEY_FI_COLORINDEX:
     case ZV_XKEY_FI_FILLINDEX:
-      return checkIndex(field, colors_, "colours");
+      return checkIndex(field, colors_, "colour");
     case ZV_XKEY_FI_SHAPEINDEX:
-      return checkIndex(field, shapes_, "shapes");
+      return checkIndex(field, shapes_, "shape");
     case ZV_XKEY_FI_COLOR:
     case ZV_XKEY_FI_FILL: {
       ZVColor color;
@@ -209,7 +210,7 @@ void NetResources::checkIndex(ZVOMLSyntaxField* field, int32_t entries, const ch
   const int32_t index = field->longValue();
   if (index >= 0 && index < entries) return;
   const std::string text =
-      "index " + std::to_string(index) + " is outside the table of " + std::to_string(entries) + " " + what;
+      "index " + std::to_string(index) + " is outside the table of " + counted(entries, what);
   errorMessage(field, NOT_IN_TABLE, text.c_str(), 0);
 }
 

@@ -2,7 +2,7 @@
 #ifndef NETDRAW_NETTRACE_H
 #define NETDRAW_NETTRACE_H
 
-#include <optional>
+#include <memory>
 #include <string>
 
 #include "utils/zvdebmsg.h"
@@ -11,17 +11,17 @@ class Trace {
  public:
   // Nowhere if the path is empty.
   explicit Trace(const std::string& path) {
-    if (!path.empty()) file_.emplace(path.c_str());
+    if (!path.empty()) file_ = std::make_unique<ZVDebugMessage>(path.c_str());
   }
 
-  // False if the trace file cannot be opened.
-  bool isGood() const { return !file_ || file_->isOpen(); }
+  // False if the trace file cannot be opened or a line was lost.
+  bool isGood() const { return !file_ || (file_->isOpen() && !file_->error()); }
   void line(const std::string& text) {
     if (file_) file_->fastFileOutput(text.c_str());
   }
 
  private:
-  std::optional<ZVDebugMessage> file_;
+  std::unique_ptr<ZVDebugMessage> file_;
 };
 
 #endif

@@ -28,8 +28,11 @@ expect 2 'required' convert "$data/git.oml"
 expect 0 '50 nodes, 126 edges' import "$data/git.plain" --output new.oml
 expect 1 'line 2: .* is no x' import <(printf 'graph 1 2 3\nnode a one 2 3 4 l s box c f\n') -o bad.oml
 expect 1 'cannot be opened' import missing.plain -o bad.oml
-expect 1 'cannot be written' import "$data/git.plain" -o no/such/folder.oml
-expect 1 'cannot be written' convert new.oml -o /dev/full
+expect 1 '^/: cannot be read' import / -o bad.oml
+expect 1 'holds no graph line' import /dev/null -o bad.oml
+expect 1 'folder.oml: cannot be opened' import "$data/git.plain" -o no/such/folder.oml
+expect 1 '^/dev/full: cannot be written' convert new.oml -o /dev/full
+expect 1 '^/: cannot be read' convert / -o bad.oml
 [ ! -e bad.oml ] || { echo "a failed import left a file"; failures=$((failures + 1)); }
 
 expect 0 'same drawing' check -s "$data/git.oml" new.oml
@@ -39,6 +42,9 @@ expect 1 'holds no drawing' info /dev/null
 expect 0 'written as binary' convert new.oml -o new.omb
 expect 0 'references  252 of 252' info --from binary new.omb
 expect 1 'errors' info -f text new.omb
+expect 1 'looks like the binary form' info -f text new.omb
+expect 1 'looks like the text form' check -f binary new.oml
+expect 0 '126 edges' info <(cat new.oml)
 expect 0 'colours +4, shared by 50 nodes and 126 edges' info new.omb
 expect 0 'shapes +4, shared by 50 nodes' info new.omb
 
@@ -50,6 +56,17 @@ for picture in git graphviz gallery; do
   command -v xmllint >/dev/null && { xmllint --noout $picture.svg || failures=$((failures + 1)); }
   cmp $picture.svg "$data/../../../docs/images/$picture.svg" || failures=$((failures + 1))
 done
+
+# The standard output may be the file that is written: nothing else goes there.
+for form in oml svg; do
+  [ $form = oml ] && call=(convert) kept=new.oml || call=(draw) kept=git.svg
+  "$netdraw" "${call[@]}" new.oml -o /dev/stdout >out.$form 2>out.err || failures=$((failures + 1))
+  cmp out.$form $kept || failures=$((failures + 1))
+  "$netdraw" "${call[@]}" new.oml -o /dev/stdout 2>out.err | cmp - $kept || failures=$((failures + 1))
+done
+expect 2 'written over the input' draw new.oml -o ./new.oml
+cp "$data/git.plain" same.plain
+expect 2 'written over the input' import same.plain -o same.plain
 
 # What stands in a binary file is read by later forms of this program: names keep their numbers.
 [ "$(cksum <new.omb)" = '3963566080 23897' ] || { echo "the binary form changed"; failures=$((failures + 1)); }
@@ -120,7 +137,7 @@ expect 0 '50 of 50 nodes fitted' fit new.omb -o fitted.oml --trace all.trc
 expect 0 '252 of 252 edge ends on an outline, 50 of 50 labels' draw fitted.oml -o fitted.svg
 sizes=$(grep -o 'font-size="[0-9.]*"' fitted.svg | sort -u)
 [ "$sizes" = 'font-size="12.96"' ] || { echo "labels do not fit: $sizes"; failures=$((failures + 1)); }
-expect 0 '1 notes' note new.oml 'Seen "twice"' -o noted.omb
+expect 0 '1 note$' note new.oml 'Seen "twice"' -o noted.omb
 expect 0 '2 notes' --trace all.trc note noted.omb 'Für später' -o noted.oml
 expect 0 'note +Seen "twice"$' info noted.oml
 expect 0 'note +Für später$' info noted.oml
@@ -129,15 +146,16 @@ expect 0 'same drawing' check -s noted.oml noted.omb
 expect 1 'number of notes differs' check -s new.oml noted.oml
 expect 2 'TEXT is required' note new.oml -o noted.oml
 expect 1 'cannot be opened for the trace' --trace no/such/folder.trc info new.oml
+expect 1 'trace cannot be written' --trace /dev/full info new.oml
 tr -d '\r' <all.trc | grep -vE '^fit ([^g]|g[^i]|git-)' >all.txt
 diff - all.txt <<'END' || failures=$((failures + 1))
 netdraw fit new.omb -o fitted.oml --trace all.trc
-read new.omb as binary: code 0, 0 errors, 0 warnings
+read new.omb as binary: good, 0 errors, 0 warnings
 fit git: 750 x 500 becomes 316 x 290
-write fitted.oml as text: code 0, 0 errors, 0 warnings
+write fitted.oml as text: good, 0 errors, 0 warnings
 netdraw --trace all.trc note noted.omb Für später -o noted.oml
-read noted.omb as binary: code 0, 0 errors, 0 warnings
-write noted.oml as text: code 0, 0 errors, 0 warnings
+read noted.omb as binary: good, 0 errors, 0 warnings
+write noted.oml as text: good, 0 errors, 0 warnings
 END
 
 # Four nodes in a row, one above the second, and one that lies on the last and in the way of e -> d. The edge
@@ -158,7 +176,7 @@ stop
 END
 expect 0 '6 nodes, 4 edges' import row.plain -o row.omb
 expect 0 '--most' overlaps --help
-expect 0 '1 pairs of nodes overlap, 2 of 4 edges cross' overlaps row.omb
+expect 0 '1 overlapping pair of nodes, 2 of 4 edges across' overlaps row.omb
 expect 0 '"d" and "f" overlap' overlaps --from binary row.omb
 expect 0 '"a" -> "d" crosses "b"' overlaps row.omb --most 1
 expect 0 'and 1 more' overlaps -f binary row.omb -m 0
@@ -168,10 +186,10 @@ expect 1 'cannot open' overlaps missing.oml
 "$netdraw" overlaps row.omb >/dev/full 2>/dev/null && { echo "lost output is called good"; failures=$((failures + 1)); }
 
 expect 0 '--both-ways' path --help
-expect 0 '1 edges, 6.000 inches' path row.omb a d
+expect 0 '1 edge, 6.000 inches' path row.omb a d
 expect 0 '2 edges, 4.828 inches' path --from binary row.omb e b -b
 expect 1 'no route leads from "a" to "b"' path row.omb a b
-expect 0 '1 edges, 2.000 inches' path row.omb a b --both-ways
+expect 0 '1 edge, 2.000 inches' path row.omb a b --both-ways
 expect 0 '0 edges, 0.000 inches' path row.omb f f
 expect 1 'holds no node "g"' path row.omb a g
 expect 2 'END' path row.omb a
