@@ -7,6 +7,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "tests/support/treewalk.h"
 #include "utils/zvdlist.h"
 #include "utils/zvdlisti.h"
 #include "utils/zvslist.h"
@@ -32,8 +33,16 @@ struct Singly {
   using Iter = ZVSListIter;
 };
 
+struct Tree {
+  using List = ZVBinTree;
+  using Twin = ZVDList;
+  using Cell = ZVBinTreeCell;
+};
+
 template <class Family>
-constexpr bool TWO_WAY = std::is_same_v<Family, Doubly>;
+constexpr bool TREE = std::is_same_v<Family, Tree>;
+template <class Family>
+constexpr bool TWO_WAY = !std::is_same_v<Family, Singly>;
 
 // An object that counts how many of its kind live.
 struct Counted : ZVObject {
@@ -60,7 +69,10 @@ class ListModel {
   static constexpr int OBJECTS = 7;
 
  public:
-  explicit ListModel(unsigned seed) : random_(seed) {}
+  explicit ListModel(unsigned seed) : random_(seed), limit_(4 * seed) {
+    // One tree is not balanced.
+    if constexpr (TREE<Family>) lists_[1].copyAttributes(std::make_unique<ZVBinTree>(2).get());
+  }
 
   void run(int steps) {
     for (int step = 0; step < steps && !testing::Test::HasFatalFailure(); ++step) {
@@ -97,6 +109,7 @@ class ListModel {
   static void drop(Model& model, int place) { model.erase(model.begin() + place); }
 
   void change() {
+    if (model_->size() > limit_) return clear();
     const int die = below(10);
     if (die < 2) return insertOne();
     if (die < 3) return removeOne();
@@ -114,8 +127,14 @@ class ListModel {
     return where_ == 1 ? static_cast<int>(model_->size()) - 1 : -1;
   }
 
+  // Trees cannot skip what they hold.
+  bool anySkips() { return !TREE<Family> && below(2); }
+
   void insertOne() {
-    bool skips = below(2);
+    if constexpr (TREE<Family>) {
+      if (below(2)) return insertBeside();
+    }
+    bool skips = anySkips();
     bool makesCell = below(2);
     int place = choosePlace();
     Cell* after = cellAt(*model_, place);
@@ -133,16 +152,38 @@ class ListModel {
   }
 
   Cell* insertObject(bool skips, Cell* after, ZVObject* object) {
-    if (where_ == 1) return skips ? list_->appendObjectIfNotInList(object) : list_->appendObject(object);
-    if (where_ == 2) return skips ? list_->prependObjectIfNotInList(object) : list_->prependObject(object);
-    return skips ? list_->addObjectIfNotInList(after, object) : list_->addObject(after, object);
+    if (where_ == 1)
+      return down(skips ? list_->appendObjectIfNotInList(object) : list_->appendObject(object));
+    if (where_ == 2)
+      return down(skips ? list_->prependObjectIfNotInList(object) : list_->prependObject(object));
+    return down(skips ? list_->addObjectIfNotInList(after, object) : list_->addObject(after, object));
   }
 
   Cell* insertFreeCell(bool skips, Cell* after, Cell* cell) {
     EXPECT_EQ(list_->insertCellIfNotInList(after, nullptr), nullptr);
-    if (where_ == 1) return skips ? list_->appendCellIfNotInList(cell) : list_->appendCell(cell);
-    if (where_ == 2) return skips ? list_->prependCellIfNotInList(cell) : list_->prependCell(cell);
-    return skips ? list_->insertCellIfNotInList(after, cell) : list_->insertCell(after, cell);
+    if (where_ == 1) return down(skips ? list_->appendCellIfNotInList(cell) : list_->appendCell(cell));
+    if (where_ == 2) return down(skips ? list_->prependCellIfNotInList(cell) : list_->prependCell(cell));
+    return down(skips ? list_->insertCellIfNotInList(after, cell) : list_->insertCell(after, cell));
+  }
+
+  template <class Below>
+  static Cell* down(Below* cell) {
+    return static_cast<Cell*>(cell);
+  }
+
+  // In one of the other ways into a tree.
+  void insertBeside() {
+    const int place = anyPlace(*model_);
+    const int end = static_cast<int>(model_->size()) - 1;
+    Cell* at = cellAt(*model_, place);
+    ZVObject* object = anyObject();
+    Cell* made = below(2) ? new Cell(object, below(3)) : nullptr;
+    const bool behind = below(2);
+    Cell* cell = behind ? (made ? list_->insertAfter(at, made) : list_->addAfter(at, object))
+                        : (made ? list_->insertBefore(at, made) : list_->addBefore(at, object));
+    ASSERT_TRUE(!made || cell == made);
+    ASSERT_EQ(list_->insertCell(at, nullptr), nullptr);
+    put(*model_, behind ? (place < 0 ? end : place) : std::max(place, 0) - 1, {cell, object});
   }
 
   void removeOne() {
@@ -185,8 +226,21 @@ class ListModel {
         return;
     }
     ASSERT_EQ(removed, cell);
-    if (removed) drop(*model_, place);
-    delete removed;
+    if (!removed) return;
+    drop(*model_, place);
+    // It comes back into any list, whatever links it has left.
+    const int to = below(LISTS);
+    lists_[to].appendCell(removed);
+    models_[to].push_back({removed, removed->pObject()});
+  }
+
+  void clear() {
+    if constexpr (TREE<Family>) {
+      list_->deleteAllFromBinTree();
+    } else {
+      list_->deleteAllCells();
+    }
+    model_->clear();
   }
 
   // A source: one of the lists, perhaps the target, or none (-1).
@@ -194,7 +248,7 @@ class ListModel {
 
   void transferWhole() {
     bool copies = below(2);
-    bool skips = below(2);
+    bool skips = anySkips();
     int place = choosePlace();
     Cell* after = cellAt(*model_, place);
     int from = chooseSource();
@@ -219,7 +273,7 @@ class ListModel {
 
   void transferPart() {
     bool copies = below(2);
-    bool skips = below(2);
+    bool skips = anySkips();
     int place = anyPlace(*model_);
     Cell* after = cellAt(*model_, place);
     int from = chooseSource();
@@ -286,16 +340,17 @@ class ListModel {
         std::reverse(model_->begin(), model_->end());
         return;
       case 1:
-        // Lists grow fast by copying; this keeps them short.
-        list_->deleteAllCells();
-        model_->clear();
-        return;
+        return clear();
       case 2:
         list_->copyAllCells(&lists_[from]);
         break;
       default: {
-        typename Family::Twin twin(lists_[from]);
-        if (below(2)) {
+        typename Family::Twin twin;
+        if constexpr (TREE<Family>) {
+          twin.copyAllCells(&static_cast<const ZVDList&>(lists_[from]));
+          clear();
+          ASSERT_EQ(list_->copyAppendList(&twin), 1);
+        } else if (twin = lists_[from]; below(2)) {
           list_->copyAllCells(&twin);
         } else {
           *list_ = twin;
@@ -308,13 +363,9 @@ class ListModel {
 
   void changeTwoWay() {
     if constexpr (TWO_WAY<Family>) {
-      if (below(2) && !model_->empty()) {
-        int place1 = std::max(0, anyPlace(*model_));
-        int place2 = below(2) ? std::max(0, anyPlace(*model_)) : std::max(0, place1 - 1);
-        list_->swapPosition(cellAt(*model_, place1), cellAt(*model_, place2));
-        std::swap((*model_)[static_cast<size_t>(place1)], (*model_)[static_cast<size_t>(place2)]);
-        return;
-      }
+      if (below(2)) return swapTwo();
+    }
+    if constexpr (std::is_same_v<Family, Doubly>) {
       int b = below(LISTS);
       int a = b == at_ ? (at_ + 1) % LISTS : LISTS - at_ - b;
       ASSERT_EQ(list_->merge(nullptr, &lists_[a]), 0);
@@ -331,9 +382,30 @@ class ListModel {
     }
   }
 
+  void swapTwo() {
+    if (model_->empty()) return;
+    int place1 = std::max(0, anyPlace(*model_));
+    Cell* cell1 = cellAt(*model_, place1);
+    int place2 = below(2) ? std::max(0, anyPlace(*model_)) : std::max(0, place1 - 1);
+    if constexpr (TREE<Family>) {
+      if (below(2) && cell1->pParent()) place2 = placeWith(*model_, &Entry::cell, cell1->pParent());
+    }
+    if (below(2)) {
+      list_->swapPosition(cell1, cellAt(*model_, place2));
+    } else {
+      list_->swapPosition(cellAt(*model_, place2), cell1);
+    }
+    std::swap((*model_)[static_cast<size_t>(place1)], (*model_)[static_cast<size_t>(place2)]);
+  }
+
   void checkCells(const List& list, Model& model) {
+    size_t allCells = model.size();
+    if constexpr (TREE<Family>) {
+      ASSERT_STREQ(TreeWalk(list).fault, nullptr);
+      ++allCells;  // of no object
+    }
     ASSERT_EQ(list.length(), static_cast<int32_t>(model.size()));
-    ASSERT_EQ(list.sizeOf(), static_cast<int32_t>(sizeof(List) + model.size() * sizeof(Cell)));
+    ASSERT_EQ(list.sizeOf(), static_cast<int32_t>(sizeof(List) + allCells * sizeof(Cell)));
     Cell* previous = nullptr;
     Cell* cell = list.pFirstCell();
     for (Entry& entry : model) {
@@ -345,7 +417,7 @@ class ListModel {
         ASSERT_EQ(cell->pPreviousCell(), previous);
       }
       previous = cell;
-      cell = cell->pNextCell();
+      cell = down(cell->pNextCell());
     }
     ASSERT_EQ(cell, nullptr);
     ASSERT_EQ(list.pLastCell(), previous);
@@ -370,8 +442,19 @@ class ListModel {
     int other = below(LISTS);
     bool same = std::equal(model.begin(), model.end(), models_[other].begin(), models_[other].end(),
                            [](const Entry& a, const Entry& b) { return a.object == b.object; });
-    ASSERT_EQ(list_->compare(&lists_[other]), same);
-    ASSERT_EQ(list_->compare(nullptr), 0);
+    const std::conditional_t<TREE<Family>, ZVDList, List>& asList = *list_;
+    ASSERT_EQ(asList.compare(&lists_[other]), same);
+    ASSERT_EQ(asList.compare(nullptr), 0);
+    if constexpr (TREE<Family>) {
+      const int place2 = anyPlace(model);
+      if (place >= 0 && place2 >= 0) {
+        ASSERT_EQ(list_->compare(cell, cellAt(model, place2)), (place > place2) - (place < place2));
+      }
+      const int foreign = other == at_ ? -1 : anyPlace(models_[other]);
+      if (place >= 0 && foreign >= 0) {
+        ASSERT_EQ(list_->compare(cell, cellAt(models_[other], foreign)), 0);
+      }
+    }
     if constexpr (!TWO_WAY<Family>) {
       Cell* none = ZVSList::noPredecessor();
       ASSERT_EQ(list_->searchPreviousCell(cell), cell ? cellAt(model, place - 1) : none);
@@ -381,6 +464,7 @@ class ListModel {
   }
 
   std::mt19937 random_;
+  size_t limit_;
   std::array<ZVObject, OBJECTS> objects_;
   List lists_[LISTS];
   Model models_[LISTS];
@@ -391,85 +475,63 @@ class ListModel {
 };
 
 template <class Family>
-class Lists : public testing::Test {};
-using Families = testing::Types<Doubly, Singly>;
-TYPED_TEST_SUITE(Lists, Families);
+class Sequences : public testing::Test {};
+using Three = testing::Types<Doubly, Singly, Tree>;
+TYPED_TEST_SUITE(Sequences, Three);
 
-TYPED_TEST(Lists, BehaveAsASequenceUnderRandomOperations) {
+TYPED_TEST(Sequences, AreVectorsUnderRandomOperations) {
   for (unsigned seed = 1; seed <= 25; ++seed) {
     SCOPED_TRACE(testing::Message() << "seed " << seed);
-    ListModel<TypeParam>(seed).run(400);
+    ListModel<TypeParam>(seed).run(TREE<TypeParam> ? 4000 : 400);
     if (this->HasFatalFailure()) return;
   }
 }
 
-TYPED_TEST(Lists, CopiesCloneTheObjectsOrComeOutEmpty) {
+template <class Family>
+class Lists : public testing::Test {};
+using Two = testing::Types<Doubly, Singly>;
+TYPED_TEST_SUITE(Lists, Two);
+
+TYPED_TEST(Lists, CopiesCloneTheObjectsOrShareThem) {
   using List = typename TypeParam::List;
+  using Twin = typename TypeParam::Twin;
   int live = 0;
   List source;
   for (int i = 0; i < 3; ++i) source.appendObject(i == 1 ? nullptr : new Counted(&live));
-
   List deep(source);
-  EXPECT_EQ(live, 4);
-  EXPECT_EQ(deep.length(), 3);
-  EXPECT_EQ(deep.searchObject(source.pObjectInPosition(1)), nullptr);
-  EXPECT_EQ(deep.pObjectInPosition(2), nullptr);
-  EXPECT_EQ(List(source, ZV_ATTRIBUTE_COPY).length(), 0);
-  deep = *&deep;
-  deep.copyObject(&deep);
-  deep.copyObject(nullptr);
-  deep.copyAttributes(&source);
-  EXPECT_EQ(deep.length(), 3);
-  EXPECT_EQ(live, 4);
-
-  // Assignment destroys what the target held.
-  deep = source;
-  deep.copyObject(&source);
-  deep.copyAllCellsAndObjects(&source);
-  EXPECT_EQ(live, 4);
-  deep.copyAllCellsAndObjects(nullptr);
-  EXPECT_EQ(deep.length(), 0);
-  EXPECT_EQ(live, 2);
-  deep.copyAllCells(&source);
-  EXPECT_EQ(deep.compare(&source), 1);
-  deep.copyAllCells(nullptr);
-  EXPECT_EQ(deep.length(), 0);
-
+  Twin cloned = source;
   std::unique_ptr<ZVObject> clone(static_cast<const ZVObject&>(source).cloneObject());
-  EXPECT_EQ(live, 4);
-  List::castDown(clone.get())->deleteAllCellsAndObjects();
-  std::unique_ptr<List> empty(source.cloneAttributes());
-  EXPECT_EQ(empty->length(), 0);
-  EXPECT_EQ(List::cloneObject(nullptr), nullptr);
-  source.deleteAllCellsAndObjects();
-  EXPECT_EQ(live, 0);
-}
+  // Each of these destroys what the target held.
+  for (int way = 0; way < 3; ++way) {
+    EXPECT_EQ(live, 8);
+    if (way == 0) deep = source;
+    if (way == 1) deep.copyObject(&source);
+    if (way == 2) deep.copyAllCellsAndObjects(&source);
+    cloned.copyAllCellsAndObjects(&source);
+    deep.copyAttributes(&source);
+    EXPECT_EQ(deep.length(), 3);
+    EXPECT_EQ(deep.searchObject(source.pObjectInPosition(1)), nullptr);
+    EXPECT_EQ(cloned.searchObject(source.pObjectInPosition(1)), nullptr);
+    EXPECT_EQ(deep.pObjectInPosition(2), nullptr);
+  }
+  EXPECT_EQ(live, 8);
 
-TYPED_TEST(Lists, ConversionToTheTwinClonesWhileConstructionAndAssignmentShare) {
-  using Twin = typename TypeParam::Twin;
-  int live = 0;
-  typename TypeParam::List list;
-  Counted* object = new Counted(&live);
-  list.appendObject(object);
-  list.appendObject(nullptr);
-
-  Twin shared(list);
-  EXPECT_EQ(shared.pFirstCell()->pObject(), object);
-  EXPECT_EQ(shared.length(), 2);
-  Twin assigned;
-  assigned.appendObject(object);
-  assigned = list;
+  Twin shared(source), assigned;
+  assigned.appendObject(nullptr);
+  assigned = source;
   EXPECT_EQ(assigned.compare(&shared), 1);
-  EXPECT_EQ(live, 1);
-
-  Twin cloned = list;
-  EXPECT_EQ(cloned.length(), 2);
-  EXPECT_NE(cloned.pFirstCell()->pObject(), object);
-  EXPECT_EQ(cloned.pLastCell()->pObject(), nullptr);
-  cloned.copyAllCellsAndObjects(&list);
-  EXPECT_EQ(live, 2);
+  List again;
+  again.copyAllCells(&source);
+  EXPECT_EQ(again.compare(&source), 1);
+  EXPECT_EQ(List(source, ZV_ATTRIBUTE_COPY).length(), 0);
+  EXPECT_EQ(std::unique_ptr<List>(source.cloneAttributes())->length(), 0);
+  again.copyAllCells(nullptr);
+  deep.copyAllCellsAndObjects(nullptr);
+  EXPECT_EQ(again.length() + deep.length(), 0);
+  EXPECT_EQ(live, 6);
   cloned.deleteAllCellsAndObjects();
-  list.deleteAllCellsAndObjects();
+  List::castDown(clone.get())->deleteAllCellsAndObjects();
+  source.deleteAllCellsAndObjects();
   EXPECT_EQ(live, 0);
 }
 
@@ -517,19 +579,6 @@ TYPED_TEST(Lists, RemovedCellStillStepsToItsOldNeighbour) {
   EXPECT_EQ(Iter(nullptr), 0);
   EXPECT_EQ(Iter(nullptr, middle.get()), 0);
   EXPECT_EQ(Iter(&list, middle.get()).pObject(), &objects[1]);
-}
-
-TEST(DList, BackwardIteratorStartsAtTheTail) {
-  ZVDList list;
-  ZVObject objects[3];
-  for (ZVObject& object : objects) list.appendObject(&object);
-  int i = 2;
-  for (ZVDListIter it(&list, ZV_ITER_BACKWARD); it; --it) EXPECT_EQ(it.pObject(), &objects[i--]);
-  EXPECT_EQ(i, -1);
-  ZVDListIter it(&list, static_cast<ZVIterDirectionEnum>(0));
-  EXPECT_EQ(it.pDListCell(), list.pLastDListCell());
-  it--;
-  EXPECT_EQ(it.pObject(), &objects[1]);
 }
 
 TEST(DList, CellCopiesLeaveTheLinksAlone) {

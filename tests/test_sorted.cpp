@@ -5,6 +5,8 @@
 #include <random>
 #include <vector>
 
+#include "tests/support/treewalk.h"
+#include "utils/zvsbtree.h"
 #include "utils/zvsdlist.h"
 #include "utils/zvsslist.h"
 #include "utils/zvvalue.h"
@@ -15,12 +17,26 @@ struct Doubly {
   using List = ZVDList;
   using Cell = ZVDListCell;
   using Sorted = ZVSortedDList;
+  static constexpr int TIES = 3;
 };
 struct Singly {
   using List = ZVSList;
   using Cell = ZVSListCell;
   using Sorted = ZVSortedSList;
+  static constexpr int TIES = 3;
 };
+// A search in a tree may miss a cell among its equals. Without ties it finds what is there.
+template <int ties>
+struct Tree {
+  using List = ZVBinTree;
+  using Cell = ZVBinTreeCell;
+  using Sorted = ZVSortedBinTree;
+  static constexpr int TIES = ties;
+};
+template <class Family>
+constexpr bool TREE = std::is_same_v<typename Family::List, ZVBinTree>;
+template <class Family>
+constexpr bool DISTINCT = Family::TIES == 1;
 
 int32_t keyOf(const ZVObject* object) { return ZVInt::castDown(object)->value(); }
 
@@ -43,8 +59,8 @@ using Objects = std::vector<ZVObject*>;
 template <class List>
 Objects objectsOf(const List& list) {
   Objects result;
-  decltype(list.pFirstCell()) previous = nullptr;
-  for (auto* cell = list.pFirstCell(); cell; cell = cell->pNextCell()) {
+  decltype(list.pFirstCell()->pNextCell()) previous = nullptr, cell = list.pFirstCell();
+  for (; cell; cell = cell->pNextCell()) {
     if constexpr (requires { cell->pPreviousCell(); }) {
       EXPECT_EQ(cell->pPreviousCell(), previous);
     }
@@ -56,9 +72,13 @@ Objects objectsOf(const List& list) {
   return result;
 }
 
+// A list puts an object behind its equals, a tree in front of them.
+template <class Family>
 void sortIn(Objects& model, ZVObject* object) {
   auto below = [](ZVObject* a, ZVObject* b) { return keyOf(a) < keyOf(b); };
-  model.insert(std::upper_bound(model.begin(), model.end(), object, below), object);
+  model.insert(TREE<Family> ? std::lower_bound(model.begin(), model.end(), object, below)
+                            : std::upper_bound(model.begin(), model.end(), object, below),
+               object);
 }
 
 bool holds(const Objects& model, const ZVObject* object) {
@@ -72,7 +92,7 @@ class SortedLists : public testing::Test {
   using Cell = typename Family::Cell;
 
   SortedLists() {
-    for (int32_t i = 0; i < 40; ++i) numbers.push_back(std::make_unique<ZVInt>(i / 3));
+    for (int32_t i = 0; i < 40; ++i) numbers.push_back(std::make_unique<ZVInt>(i / Family::TIES));
   }
   ZVObject* anyNumber() { return numbers[random() % numbers.size()].get(); }
   Cell* anyCell(const List& of) {
@@ -88,22 +108,25 @@ class SortedLists : public testing::Test {
   NumberList<Family> list;
   Objects model;
 };
-using Families = testing::Types<Doubly, Singly>;
+using Families = testing::Types<Doubly, Singly, Tree<3>, Tree<1>>;
 TYPED_TEST_SUITE(SortedLists, Families);
 
 template <class Family>
 void SortedLists<Family>::add() {
   ZVObject* object = anyNumber();
+  if (DISTINCT<Family> && holds(model, object)) return;
   Cell* holder = list.searchObject(object);
-  ASSERT_EQ(holder != nullptr, holds(model, object));
-  const bool once = random() % 2;
+  if (!TREE<Family>) {
+    ASSERT_EQ(holder != nullptr, holds(model, object));
+  }
+  const bool once = !TREE<Family> && random() % 2;
   const bool ownCell = random() % 2;
   auto cell = std::make_unique<Cell>(object);
   Cell* result = nullptr;
-  if (ownCell) {
-    result = once ? list.insertCellIfNotInList(cell.get()) : list.insertCell(cell.get());
-  } else {
-    result = once ? list.addObjectIfNotInList(object) : list.addObject(object);
+  if (!once) {
+    result = ownCell ? list.insertCell(cell.get()) : list.addObject(object);
+  } else if constexpr (!TREE<Family>) {
+    result = ownCell ? list.insertCellIfNotInList(cell.get()) : list.addObjectIfNotInList(object);
   }
   ASSERT_EQ(result->pObject(), object);
   if (once && holder) {
@@ -113,7 +136,7 @@ void SortedLists<Family>::add() {
   if (ownCell) {
     ASSERT_EQ(result, cell.release());
   }
-  sortIn(model, object);
+  sortIn<Family>(model, object);
 }
 
 template <class Family>
@@ -121,8 +144,19 @@ void SortedLists<Family>::find() {
   ZVObject* object = anyNumber();
   auto place = std::find(model.begin(), model.end(), object);
   Cell* cell = list.pCellInPosition(static_cast<int32_t>(place - model.begin()) + 1);
-  ASSERT_EQ(list.searchObject(object), cell);
-  ASSERT_EQ(list.searchCell(cell), cell);
+  list.takeComparisons();
+  Cell* byObject = list.searchObject(object);
+  if constexpr (TREE<Family>) {
+    ASSERT_LE(list.takeComparisons(), TreeWalk(list).deepest);
+  }
+  Cell* byCell = list.searchCell(cell);
+  if (TREE<Family> && !DISTINCT<Family>) {
+    ASSERT_TRUE(!byObject || byObject->pObject() == object);
+    ASSERT_TRUE(!byCell || byCell == cell);
+  } else {
+    ASSERT_EQ(byObject, cell);
+    ASSERT_EQ(byCell, cell);
+  }
   Cell foreign(object);
   ASSERT_EQ(list.searchCell(&foreign), nullptr);
   ASSERT_EQ(list.searchAndRemoveCell(&foreign), nullptr);
@@ -132,7 +166,10 @@ void SortedLists<Family>::find() {
     ASSERT_EQ(list.searchPreviousCell(cell), previous);
     ASSERT_EQ(list.searchPreviousCell(&foreign), ZVSList::noPredecessor());
   }
-  ASSERT_EQ(random() % 2 ? list.searchAndRemoveObject(object) : list.searchAndRemoveCell(cell), cell);
+  ASSERT_EQ(TREE<Family> && !DISTINCT<Family> ? list.removeCell(cell)
+            : random() % 2                    ? list.searchAndRemoveObject(object)
+                                              : list.searchAndRemoveCell(cell),
+            cell);
   delete cell;
   if (cell) model.erase(place);
 }
@@ -141,10 +178,14 @@ void SortedLists<Family>::find() {
 template <class Family>
 void SortedLists<Family>::transfer() {
   List source;
-  for (auto n = random() % 8; n > 0; --n) source.appendObject(anyNumber());
+  for (auto n = random() % 8; n > 0; --n) {
+    ZVObject* object = anyNumber();
+    if (!DISTINCT<Family> || !(holds(model, object) || source.searchObject(object)))
+      source.appendObject(object);
+  }
   const Objects before = objectsOf(source);
   const auto form = random() % 8;
-  const bool whole = form & 1, copies = form & 2, once = form & 4;
+  const bool whole = form & 1, copies = form & 2, once = form & 4 && !TREE<Family>;
   Cell* first = nullptr;
   Cell* last = nullptr;
   if (!before.empty()) {
@@ -156,22 +197,22 @@ void SortedLists<Family>::transfer() {
   const bool refused = !whole && (from < 0 || from >= to);
 
   int result = 0;
-  if (once) {
+  if (!once) {
+    result = copies
+                 ? (whole ? list.copyTransferList(&source) : list.copyTransferListPart(&source, first, last))
+                 : (whole ? list.transferList(&source) : list.transferListPart(&source, first, last));
+  } else if constexpr (!TREE<Family>) {
     result = copies ? (whole ? list.copyTransferListIfNotInList(&source)
                              : list.copyTransferListPartIfNotInList(&source, first, last))
                     : (whole ? list.transferListIfNotInList(&source)
                              : list.transferListPartIfNotInList(&source, first, last));
-  } else {
-    result = copies
-                 ? (whole ? list.copyTransferList(&source) : list.copyTransferListPart(&source, first, last))
-                 : (whole ? list.transferList(&source) : list.transferListPart(&source, first, last));
   }
   ASSERT_EQ(result, !refused);
   Objects left;
   for (int32_t i = 0; i < static_cast<int32_t>(before.size()); ++i) {
     ZVObject* object = before[static_cast<size_t>(i)];
     const bool taken = !refused && i >= from && i < to && !(once && holds(model, object));
-    if (taken) sortIn(model, object);
+    if (taken) sortIn<Family>(model, object);
     if (!taken || copies) left.push_back(object);
   }
   ASSERT_EQ(objectsOf(source), left);
@@ -189,10 +230,18 @@ TYPED_TEST(SortedLists, AgreeWithAModelThroughAnyMixOfOperations) {
       ASSERT_NO_FATAL_FAILURE(this->transfer());
     }
     ASSERT_EQ(objectsOf(this->list), this->model);
+    if constexpr (TREE<TypeParam>) {
+      ASSERT_STREQ(TreeWalk(this->list).fault, nullptr);
+    }
   }
 }
 
-TYPED_TEST(SortedLists, StopWhereTheOrderShowsThatNothingCanCome) {
+template <class Family>
+using PlainSortedLists = SortedLists<Family>;
+using PlainFamilies = testing::Types<Doubly, Singly>;
+TYPED_TEST_SUITE(PlainSortedLists, PlainFamilies);
+
+TYPED_TEST(PlainSortedLists, StopWhereTheOrderShowsThatNothingCanCome) {
   for (int i : {0, 3, 6, 9}) this->list.addObject(this->numbers[static_cast<size_t>(i)].get());
   ZVInt below(-1), above(99), between(1);
   for (auto [object, comparisons] : {std::pair(&below, 1), {&between, 3}, {&above, 4}}) {
@@ -216,12 +265,14 @@ TYPED_TEST(SortedLists, RefuseNoListAndThemselves) {
                                            static_cast<typename TypeParam::List*>(&this->list)}) {
     EXPECT_EQ(this->list.transferList(source), 0);
     EXPECT_EQ(this->list.transferListPart(source, cell, cell), 0);
-    EXPECT_EQ(this->list.transferListIfNotInList(source), 0);
-    EXPECT_EQ(this->list.transferListPartIfNotInList(source, cell, cell), 0);
     EXPECT_EQ(this->list.copyTransferList(source), 0);
     EXPECT_EQ(this->list.copyTransferListPart(source, cell, cell), 0);
-    EXPECT_EQ(this->list.copyTransferListIfNotInList(source), 0);
-    EXPECT_EQ(this->list.copyTransferListPartIfNotInList(source, cell, cell), 0);
+    if constexpr (!TREE<TypeParam>) {
+      EXPECT_EQ(this->list.transferListIfNotInList(source), 0);
+      EXPECT_EQ(this->list.transferListPartIfNotInList(source, cell, cell), 0);
+      EXPECT_EQ(this->list.copyTransferListIfNotInList(source), 0);
+      EXPECT_EQ(this->list.copyTransferListPartIfNotInList(source, cell, cell), 0);
+    }
   }
   EXPECT_EQ(this->list.length(), 1);
 }

@@ -152,55 +152,6 @@ TYPED_TEST(ListSorts, AreStableAllocateNothingAndTellWhetherAnythingMoved) {
   }
 }
 
-// Quicksort as it is meant, on arrays of indices into keys: asks holds each pair that is compared, in order.
-struct QuickSortModel {
-  std::vector<int32_t> keys;
-  std::vector<std::pair<int32_t, int32_t>> asks;
-
-  int32_t compare(int32_t a, int32_t b) {
-    asks.emplace_back(a, b);
-    return keys[static_cast<size_t>(a)] - keys[static_cast<size_t>(b)];
-  }
-  int32_t pivotOf(const std::vector<int32_t>& list) {
-    int32_t f = list.front();
-    int32_t m = list[(list.size() + 1) / 2 - 1];
-    int32_t l = list.back();
-    if (compare(l, m) < 0) return compare(f, m) < 0 ? (compare(l, f) < 0 ? f : l) : m;
-    return compare(m, f) < 0 ? (compare(l, f) < 0 ? l : f) : m;
-  }
-  void sort(const std::vector<int32_t>& list) {
-    if (list.size() <= 1) return;
-    int32_t pivot = pivotOf(list);
-    std::vector<int32_t> parts[2];
-    int32_t above = 1;
-    for (int32_t each : list) {
-      if (each == pivot) {
-        above = 0;
-      } else {
-        parts[compare(each, pivot) >= above].push_back(each);
-      }
-    }
-    for (const auto& part : parts) sort(part);
-  }
-};
-
-TYPED_TEST(ListSorts, QuickSortComparesWhatItsPivotsAskFor) {
-  std::mt19937 random(29);
-  for (int length = 0; length < 200; ++length) {
-    SCOPED_TRACE(testing::Message() << "seed 29, length " << length);
-    std::vector<int32_t> indices(static_cast<size_t>(length));
-    std::iota(indices.begin(), indices.end(), 0);
-    QuickSortModel model{randomKeys(random, length, length % 2 ? 1000 : 1 + length / 3), {}};
-    model.sort(indices);
-    auto expected = std::move(model.asks);
-    model.asks.clear();
-    Keyed<TypeParam> keyed(indices);
-    Sort<TypeParam> sort([&](auto* a, auto* b) { return model.compare(keyOf(a), keyOf(b)); });
-    sort.quickSort(&keyed.list, 0);
-    ASSERT_EQ(model.asks, expected);
-  }
-}
-
 TYPED_TEST(ListSorts, IgnoreANullListAndLeaveASortedOneAlone) {
   Sort<TypeParam> sort;
   Keyed<TypeParam> two({2, 1});
