@@ -29,7 +29,9 @@ std::vector<std::string> splitWords(const std::string& line) {
     std::string word;
     if (line[i] == '"') {
       for (++i; i < line.size() && line[i] != '"'; ++i) {
-        if (line[i] == '\\' && i + 1 < line.size() && line[i + 1] == '"') ++i;
+        const char next = i + 1 < line.size() ? line[i + 1] : ' ';
+        if (line[i] == '\\' && next == '\\') word += line[i];
+        if (line[i] == '\\' && (next == '\\' || next == '"')) ++i;
         word += line[i];
       }
       if (i == line.size()) throw PlainError("a quote is not closed");

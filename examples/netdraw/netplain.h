@@ -6,7 +6,7 @@
 //   stop
 //
 // Lengths are in inches, y upward. Words are separated by blanks; a word in quotes may hold blanks, and a
-// backslash before a quote keeps it.
+// backslash before a quote keeps it. Two backslashes stay two, and keep nothing.
 #ifndef NETDRAW_NETPLAIN_H
 #define NETDRAW_NETPLAIN_H
 

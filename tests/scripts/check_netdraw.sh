@@ -26,6 +26,9 @@ expect 2 'text,binary' info --from octal "$data/git.oml"
 expect 2 'required' convert "$data/git.oml"
 
 expect 0 '50 nodes, 126 edges' import "$data/git.plain" --output new.oml
+printf 'graph 1 9 9\nnode "a \\" \303\251" 1 1 1 1 "b\\\\" s box red4 ""\n' >quoted.plain
+expect 0 '1 node, 0 edges' import quoted.plain -o quoted.oml
+expect 0 '"a " é"' path quoted.oml 'a " é' 'a " é'
 expect 1 'line 2: .* is no x' import <(printf 'graph 1 2 3\nnode a one 2 3 4 l s box c f\n') -o bad.oml
 expect 1 'cannot be opened' import missing.plain -o bad.oml
 expect 1 '^/: cannot be read' import / -o bad.oml
