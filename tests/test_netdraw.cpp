@@ -267,6 +267,8 @@ TEST(NetdrawPicture, ReachesAsFarAsItsNumbers) {
     if (Picture::canShow(graph)) {
       EXPECT_EQ(Picture(graph, true).svg().find("=\"-"), std::string::npos);
     }
+    edge->addBend()->point.set(FAR + 1, 0);
+    EXPECT_FALSE(Picture::canShow(graph)) << place;
     edge->source = node;
     EXPECT_FALSE(Picture::canShow(graph)) << place;  // a loop reaches further than its node
   }

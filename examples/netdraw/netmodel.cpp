@@ -143,7 +143,11 @@ std::vector<ZVPoint> NetEdge::leads() const {
   std::vector<ZVPoint> points;
   forEach<NetBend>(bends, [&](NetBend* bend) { points.push_back(bend->point); });
   if (points.size() >= 2) return points;
-  if (source != target) return {source->centre, target->centre};
+  if (source != target) {
+    points.insert(points.begin(), source->centre);
+    points.push_back(target->centre);
+    return points;
+  }
   const ZVRect rect = source->rect();
   auto point = [&](int32_t away, int32_t rise) {
     return ZVPoint(within32Bits(int64_t{rect.right()} + away),

@@ -89,8 +89,9 @@ class NetEdge : public NetObject {
   ZVDList bends;
 
   NetBend* addBend();
-  // The points that lead the line: its bends, or if it has less than two the centres of its ends, and for an
-  // edge from a node to itself a loop on the right of it. REQUIRES: both ends are set.
+  // The points that lead the line: its bends, with which it begins and ends if there are two or more. Else it
+  // runs from centre to centre, and from a node to itself as a loop on the right.
+  // REQUIRES: both ends are set.
   std::vector<ZVPoint> leads() const;
   // Whether these are the control points of curves, three for each behind the first one.
   static bool areCurves(const std::vector<ZVPoint>& leads) { return leads.size() % 3 == 1; }
