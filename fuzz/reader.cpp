@@ -62,7 +62,8 @@ struct Look {
   int fields = 0;
   int objects = 0;
   bool refuse = false;
-  int callsToFatal = 0;  // 0: never
+  int callsToEnd = 0;  // 0: never
+  bool fatal = true;
 
   void add(const char* text) {
     CHECK(text);
@@ -71,8 +72,9 @@ struct Look {
   void add(int32_t number) { sum = sum * 31 + static_cast<uint32_t>(number); }
 
   void call(void* file, ZVOMLSyntaxStruct* node) {
-    if (callsToFatal > 0 && --callsToFatal == 0)
-      static_cast<ZVOMLFile*>(file)->errorMessage(node, 90, "stop", 1);
+    if (callsToEnd == 0 || --callsToEnd > 0) return;
+    auto* reader = static_cast<ZVOMLFile*>(file);
+    fatal ? reader->errorMessage(node, 90, "stop", 1) : reader->cleanup();
   }
 };
 
@@ -236,7 +238,8 @@ bool readInput(const std::string& input, bool binary) {
   const unsigned options = static_cast<unsigned char>(input[0]);
   look = {};
   look.refuse = (options & 8U) != 0;
-  look.callsToFatal = static_cast<int>(options >> 4U);
+  look.callsToEnd = static_cast<int>(options >> 4U);
+  look.fatal = (options & 4U) == 0;
   state.reader.maxNumberOfErrors(options & 4U ? 1 : 16);
 
   const size_t end = std::min(input.find("===="), input.size());

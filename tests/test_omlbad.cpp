@@ -70,9 +70,16 @@ std::string mutate(std::mt19937& random, std::string bytes, const std::vector<st
   return bytes;
 }
 
-TEST(OMLBadFile, EveryPrefixOfASeedIsReadOrRefused) {
+TEST(OMLBadFile, EveryPrefixOfASeedIsReadOrRefusedWithEveryOption) {
   for (int binary = 0; binary < 2; ++binary) {
-    for (const std::string& seed : seeds(binary)) {
+    for (std::string seed : seeds(binary)) {
+      const char own = seed[0];
+      for (int option = 0; option < 256; ++option) {
+        SCOPED_TRACE(testing::Message() << seed << " with option " << option);
+        seed[0] = static_cast<char>(option);
+        ASSERT_NO_THROW(readInput(seed, binary));
+      }
+      seed[0] = own;
       for (size_t length = 1; length <= seed.size(); ++length) {
         SCOPED_TRACE(seed.substr(0, length));
         ASSERT_NO_THROW(readInput(seed.substr(0, length), binary));

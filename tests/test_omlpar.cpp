@@ -4,14 +4,12 @@
 #include <memory>
 #include <random>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "tests/support/omlprobe.h"
 #include "tests/support/omlsample.h"
 #include "tests/support/sections.h"
-#include "utils/zverrmsg.h"
 #include "utils/zvomldef.h"
 #include "utils/zvomlsfi.h"
 #include "utils/zvomlsoi.h"
@@ -23,10 +21,7 @@ struct Case {
   const char* expected;
 };
 
-// ---- Messages
-//
-// What is expected is one line for each message: number, place (- for none, in f.oml if no file is named),
-// and what fills the blanks of its text, a number standing for the text of that number.
+// ---- Messages, in the short form of the probe
 
 // Read as the content of a graph, from the second line of f.oml on.
 const Case BODY_ERRORS[] = {
@@ -103,32 +98,6 @@ const Case FILE_ERRORS[] = {
     {"include: \"name.oml\" 5", "46 name.oml:2:5 SCALE $TOPLEVEL$"},
     {"include: \"value.oml\" version: 1.5", "24 value.oml:1:12 4\n24 1:33 4"},
 };
-
-// The messages that the short form stands for.
-std::string fullMessages(const char* shortForm) {
-  std::string messages;
-  std::istringstream lines(shortForm);
-  for (std::string line; std::getline(lines, line);) {
-    std::istringstream words(line);
-    int id = 0;
-    std::string place;
-    std::string argument;
-    words >> id >> place;
-    std::string text = getStringResource(id);
-    while (words >> argument) {
-      if (id == 24) argument = getStringResource(std::stoi(argument));
-      text.replace(text.find("%s"), 2, argument);
-    }
-    messages += id == 13 ? "Fatal error #0" : "Error #0";
-    messages += std::to_string(id);
-    if (place != "-") {
-      messages += place.find("oml") == std::string::npos ? " (f.oml:" : " (";
-      messages += place + ')';
-    }
-    messages += ' ' + text + " !\n";
-  }
-  return messages;
-}
 
 TEST(OMLParser, ComplainsOnceForEachFaultAtItsPlace) {
   writeFile("name.oml", "version: 1\nscale");

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/files.h"
+#include "tests/support/omlprobe.h"
 #include "tests/support/rows.h"
 #include "utils/zvdlist.h"
 #include "utils/zvdlisti.h"
@@ -178,8 +178,8 @@ struct Result {
     messages = std::string(file.pErrorStringBuffer()) + file.pWarningStringBuffer();
   }
   void readText(const std::string& content) {
-    writeFile("rw.oml", content);
-    read("rw.oml");
+    writeFile("f.oml", content);
+    read("f.oml");
   }
 };
 
@@ -520,79 +520,68 @@ TEST(OmlRoundTrip, EveryKindOfValueComesBackAndASecondWriteIsTheSame) {
 
 // ---- Object building
 
-TEST(OmlBuilding, CreatesOwnersFirstThenFillsAllOfThemInTheSameOrder) {
-  Result r;
-  r.readText(
-      "title: \"skipped\"\n"
-      "thing: 1 { num: 5 ref: 1,b  thing: a { num: 6 } thing: { num: 7 } sec { thing: b { } depth: 2 inner "
-      "depth 3 } "
-      "other: 4 { num: 8 } }");
-  ASSERT_EQ(r.messages,
-            "Warning # 49 unable to set fields in several objects !\n");  // nobody takes the title
-  EXPECT_EQ(r.file.created, "$,1 $,1,a $,1,-2 $,1,b $,1,4 ");
-  EXPECT_EQ(r.top->log, "<NUM=5;REF;SEC.DEPTH=2;INNER.DEPTH=3;>");
-  ASSERT_EQ(r.top->children.size(), 4U);
-  EXPECT_EQ(r.top->children[1]->log, "<NUM=7;>");
-  EXPECT_EQ(r.top->children[3]->type, "OTHER");
-  EXPECT_EQ(r.top->ref, r.top->children[2].get());  // a forward reference into a deeper scope
+// TYPE log{children}, with what ref and any lead to as the place in the order of the tree.
+std::string printed(Thing& top, const Thing& thing) {
+  const std::vector<Thing*> all = flat(top);
+  auto place = [&](const Thing* there) {
+    return std::to_string(std::find(all.begin(), all.end(), there) - all.begin());
+  };
+  std::string text = thing.type + ' ' + thing.log;
+  if (thing.ref) text += " ref " + place(thing.ref);
+  if (thing.any) text += " any " + place(thing.any);
+  text += '{';
+  for (const auto& child : thing.children) text += printed(top, *child);
+  return text + '}';
 }
 
-TEST(OmlBuilding, DefaultsAreReadBeforeOwnFieldsAndMakeNoObject) {
-  Result r;
-  r.readText(
-      "thing: 1 { thing: defaults { num: 1 flag: true  thing: a { num: 2 } thing: b { } } thing: c { }"
-      "  strict: defaults { must: 4  strict: d { also: 5 } strict: e { must: 6 also: 7 } } }");
-  ASSERT_EQ(r.messages, "Warning # 49 unable to set fields in several objects !\n");
-  EXPECT_EQ(r.file.created, "$,1 $,1,a $,1,b $,1,c $,1,d $,1,e ");
-  EXPECT_EQ(r.top->log, "<>");
-  EXPECT_EQ(r.top->children[0]->log, "<NUM=1;FLAG;NUM=2;>");
-  EXPECT_EQ(r.top->children[1]->log, "<NUM=1;FLAG;>");
-  EXPECT_EQ(r.top->children[2]->log, "<>");
-  EXPECT_EQ(r.top->children[3]->log, "<MUST=4;ALSO=5;>");
-  EXPECT_EQ(r.top->children[4]->log, "<MUST=4;MUST=6;ALSO=7;>");
-
-  Result none;
-  none.readText("thing: defaults { num: 1 }");
-  EXPECT_EQ(none.code, ZV_FILE_OK);
-  EXPECT_EQ(none.top, nullptr);
-  EXPECT_EQ(none.file.created, "");
-}
-
-TEST(OmlBuilding, ObjectsOfOneAddressBecomeOne) {
-  Result r;
-  r.readText(
-      "thing: 1 { num: 1 thing: a { num: 2 thing: x { num: 3 } } }\n"
-      "thing: 1 { flag: true thing: a { flag: false thing: x { flag: true } thing: y { } }"
-      "  thing: defaults { text: \"d\" thing: a { } } thing: a { num: 9 } thing: -2 { } thing: { num: 4 } }");
-  ASSERT_EQ(r.messages, "");
-  EXPECT_EQ(r.file.created, "$,1 $,1,a $,1,a,x $,1,a,y $,1,-2 ");
-  EXPECT_EQ(r.top->log, "<NUM=1;FLAG;>");
-  ASSERT_EQ(r.top->children.size(), 2U);
-  Thing& a = *r.top->children[0];
-  EXPECT_EQ(a.log, "<TEXT;NUM=2;FLAG;NUM=9;>");
-  ASSERT_EQ(a.children.size(), 2U);
-  EXPECT_EQ(a.children[0]->log, "<NUM=3;FLAG;>");
-  EXPECT_EQ(r.top->children[1]->log, "<NUM=4;>");  // the object without id is the -2 before it
-}
-
-TEST(OmlBuilding, ReferencesAreReadAgainstTheEnclosingScopeOnce) {
-  // The default reference is read by the first object that has it, whose scope then holds for all.
-  Result r;
-  r.readText(
-      "thing: 1 { thing: defaults { ref: t  thing: a { } thing: b { } } thing: t { num: 1 }"
-      "  thing: c { ref: $1,t  thing: d { ref: e any: $,1,a } thing: e { ref: d thing: t { } } }"
-      "  ref: 1 any: 1,c,e }");
-  ASSERT_EQ(r.messages, "");
-  auto& children = r.top->children;
-  EXPECT_EQ(children[0]->ref, children[2].get());
-  EXPECT_EQ(children[1]->ref, children[2].get());
-  Thing& c = *children[3];
-  EXPECT_EQ(c.ref, children[2].get());
-  EXPECT_EQ(c.children[0]->ref, c.children[1].get());
-  EXPECT_EQ(c.children[0]->any, children[0].get());
-  EXPECT_EQ(c.children[1]->ref, c.children[0].get());
-  EXPECT_EQ(r.top->ref, r.top.get());
-  EXPECT_EQ(r.top->any, c.children[1].get());
+// Owners are made first, in the order of the file, and then filled in that order.
+TEST(OmlBuilding, MakesAndFillsTheObjectsThatTheFileDescribes) {
+  const char* const UNABLE = "Warning # 49 unable to set fields in several objects !\n";
+  const struct {
+    const char* text;
+    const char* created;
+    const char* objects;
+    const char* messages;
+  } cases[] = {
+      // Nobody takes the title. The reference leads forward into a deeper scope.
+      {"title: \"skipped\"\n"
+       "thing: 1 { num: 5 ref: 1,b  thing: a { num: 6 } thing: { num: 7 } sec { thing: b { } depth: 2 inner "
+       "depth 3 } other: 4 { num: 8 } }",
+       "$,1 $,1,a $,1,-2 $,1,b $,1,4 ",
+       "THING <NUM=5;REF;SEC.DEPTH=2;INNER.DEPTH=3;> ref 3{THING <NUM=6;>{}THING <NUM=7;>{}THING <>{}"
+       "OTHER <NUM=8;>{}}",
+       UNABLE},
+      // Defaults are read before own fields, and make no object.
+      {"thing: 1 { thing: defaults { num: 1 flag: true  thing: a { num: 2 } thing: b { } } thing: c { }"
+       "  strict: defaults { must: 4  strict: d { also: 5 } strict: e { must: 6 also: 7 } } }",
+       "$,1 $,1,a $,1,b $,1,c $,1,d $,1,e ",
+       "THING <>{THING <NUM=1;FLAG;NUM=2;>{}THING <NUM=1;FLAG;>{}THING <>{}STRICT <MUST=4;ALSO=5;>{}"
+       "STRICT <MUST=4;MUST=6;ALSO=7;>{}}",
+       UNABLE},
+      {"thing: defaults { num: 1 }", "", "", ""},
+      // Objects of one address become one. The object without id is the -2 before it.
+      {"thing: 1 { num: 1 thing: a { num: 2 thing: x { num: 3 } } }\n"
+       "thing: 1 { flag: true thing: a { flag: false thing: x { flag: true } thing: y { } }"
+       "  thing: defaults { text: \"d\" thing: a { } } thing: a { num: 9 } thing: -2 { } thing: { num: 4 } }",
+       "$,1 $,1,a $,1,a,x $,1,a,y $,1,-2 ",
+       "THING <NUM=1;FLAG;>{THING <TEXT;NUM=2;FLAG;NUM=9;>{THING <NUM=3;FLAG;>{}THING <>{}}THING <NUM=4;>{}}",
+       ""},
+      // A reference of a default is read by the first object that has it, whose scope then holds for all.
+      {"thing: 1 { thing: defaults { ref: t  thing: a { } thing: b { } } thing: t { num: 1 }"
+       "  thing: c { ref: $1,t  thing: d { ref: e any: $,1,a } thing: e { ref: d thing: t { } } }"
+       "  ref: 1 any: 1,c,e }",
+       "$,1 $,1,a $,1,b $,1,t $,1,c $,1,c,d $,1,c,e $,1,c,e,t ",
+       "THING <REF;ANY;> ref 0 any 6{THING <REF;> ref 3{}THING <REF;> ref 3{}THING <NUM=1;>{}"
+       "THING <REF;> ref 3{THING <REF;ANY;> ref 6 any 1{}THING <REF;> ref 5{THING <>{}}}}",
+       ""},
+  };
+  for (const auto& item : cases) {
+    Result r;
+    r.readText(item.text);
+    EXPECT_EQ(r.messages, item.messages) << item.text;
+    EXPECT_EQ(r.file.created, item.created) << item.text;
+    EXPECT_EQ(r.top ? printed(*r.top, *r.top) : "", item.objects) << item.text;
+  }
 }
 
 TEST(OmlBuilding, FaultsGetTheirMessagesAndLeaveNoObjectBehind) {
@@ -600,28 +589,22 @@ TEST(OmlBuilding, FaultsGetTheirMessagesAndLeaveNoObjectBehind) {
     const char* text;
     const char* messages;
   } cases[] = {
-      {"thing: 1 {\n ref: nowhere }", "Error #028 (rw.oml:2:13) reference to undefined object !\n"},
-      {"thing: 1 {\n ref: 2 other: 2 { } thing: 3 { ref: 2 } }",
-       "Error #028 (rw.oml:2:7) reference to undefined object !\n"
-       "Error #027 (rw.oml:2:38) `THING' reference expected !\n"},
+      {"thing: 1 {\n ref: nowhere }", "28 2:13"},
+      {"thing: 1 {\n ref: 2 other: 2 { } thing: 3 { ref: 2 } }", "28 2:7\n27 2:38 THING"},
       {"thing: 1 { any: $1,2 other: 2 { } }", ""},
       {"thing: 1 {\n strict: { must: 1 } strict: defaults { strict: 2 { also: 1 } } }",
-       "Error #029 (rw.oml:2:7) missing attribute `ALSO' !\n"
-       "Error #029 (rw.oml:2:46) missing attribute `MUST' !\n"},
-      {"thing: 1 { strict: { } }", "Error #029 (rw.oml:1:17) missing attribute `ALSO' !\n"},
-      {"thing: 1 { thing: 2 { }\n other: 2 { } }",
-       "Error #031 (rw.oml:2:6) double defined object of different type !\n"},
-      {"thing: 1 { }\nthing: 2 { thing: 3 { } }", "Fatal error #033 (rw.oml:2:5) two top level objects !\n"},
-      {"thing: 1 {\n\n\n\n\n\n\n\n thing: 2 { thing: 3 { } } }",
-       "Error #034 several semantic errors detected !\n"},
-      {"thing: 1 { thing: { thing: { } } thing: { } thing: -3 { } other: -2 { } }",
-       "Error #031 (rw.oml:1:63) double defined object of different type !\n"},
+       "29 2:7 ALSO\n29 2:46 MUST"},
+      {"thing: 1 { strict: { } }", "29 1:17 ALSO"},
+      {"thing: 1 { thing: 2 { }\n other: 2 { } }", "31 2:6"},
+      {"thing: 1 { }\nthing: 2 { thing: 3 { } }", "33 2:5"},
+      {"thing: 1 {\n\n\n\n\n\n\n\n thing: 2 { thing: 3 { } } }", "34 -"},
+      {"thing: 1 { thing: { thing: { } } thing: { } thing: -3 { } other: -2 { } }", "31 1:63"},
   };
   for (const auto& item : cases) {
     Result r;
     r.file.refuse = 9;
     r.readText(item.text);
-    EXPECT_EQ(r.messages, item.messages) << item.text;
+    EXPECT_EQ(r.messages, fullMessages(item.messages)) << item.text;
     EXPECT_EQ(r.code, *item.messages ? ZV_FILE_READ_ERROR : ZV_FILE_OK);
     EXPECT_EQ(r.file.pTopObject() != nullptr, r.code == ZV_FILE_OK);
     r.top.reset();
@@ -629,7 +612,7 @@ TEST(OmlBuilding, FaultsGetTheirMessagesAndLeaveNoObjectBehind) {
   }
   ThingFile file;
   EXPECT_EQ(file.readOMLFile(nullptr, &grammar(), nullptr, -1, 0, 0, 0), ZV_FILE_BAD_READ_CALL);
-  EXPECT_EQ(file.readOMLFile("rw.oml", nullptr, nullptr, -1, 0, 0, 0), ZV_FILE_BAD_READ_CALL);
+  EXPECT_EQ(file.readOMLFile("f.oml", nullptr, nullptr, -1, 0, 0, 0), ZV_FILE_BAD_READ_CALL);
 }
 
 TEST(OmlBuilding, AnExpectedObjectIsFilledAndStaysTheCallers) {
@@ -637,24 +620,24 @@ TEST(OmlBuilding, AnExpectedObjectIsFilledAndStaysTheCallers) {
   ThingFile file;
   file.initParser(&grammar(), nullptr, -1, 0);
   const int32_t type = file.thingType();
-  writeFile("rw.oml", "thing: 1 { num: 5 thing: 2 { } }");
-  EXPECT_EQ(file.read("rw.oml", 0, 0, &mine, type), ZV_FILE_OK);
+  writeFile("f.oml", "thing: 1 { num: 5 thing: 2 { } }");
+  EXPECT_EQ(file.read("f.oml", 0, 0, &mine, type), ZV_FILE_OK);
   EXPECT_EQ(file.pTopObject(), &mine);
   EXPECT_EQ(mine.num, 5);
   EXPECT_EQ(mine.children.size(), 1U);
 
-  writeFile("rw.oml", "other: 1 { num: 6 }");
-  EXPECT_EQ(file.read("rw.oml", 0, 0, &mine, type), ZV_FILE_READ_ERROR);
-  EXPECT_STREQ(file.pErrorStringBuffer(), "Fatal error #032 (rw.oml:1:5) wrong top level object !\n");
+  writeFile("f.oml", "other: 1 { num: 6 }");
+  EXPECT_EQ(file.read("f.oml", 0, 0, &mine, type), ZV_FILE_READ_ERROR);
+  EXPECT_EQ(file.pErrorStringBuffer(), fullMessages("32 1:5"));
   EXPECT_EQ(file.pTopObject(), &mine);
-  writeFile("rw.oml", "thing: 1 { thing: 2 { } } thing: 2 { }");
-  EXPECT_EQ(file.read("rw.oml", 0, 0, &mine, type), ZV_FILE_READ_ERROR);
-  EXPECT_STREQ(file.pErrorStringBuffer(), "Fatal error #033 (rw.oml:1:31) two top level objects !\n");
+  writeFile("f.oml", "thing: 1 { thing: 2 { } } thing: 2 { }");
+  EXPECT_EQ(file.read("f.oml", 0, 0, &mine, type), ZV_FILE_READ_ERROR);
+  EXPECT_EQ(file.pErrorStringBuffer(), fullMessages("33 1:31"));
   EXPECT_EQ(mine.num, 5);
 }
 
 TEST(OmlBuilding, AFatalErrorFromACallbackEndsTheRunSafely) {
-  writeFile("rw.oml", "thing: 1 { num: 1 thing: 2 { thing: 3 { } } thing: 4 { } }");
+  writeFile("f.oml", "thing: 1 { num: 1 thing: 2 { thing: 3 { } } thing: 4 { } }");
   for (int stopAt = 1; stopAt <= 4; ++stopAt) {
     Result r;
     int count = 0;
@@ -664,7 +647,7 @@ TEST(OmlBuilding, AFatalErrorFromACallbackEndsTheRunSafely) {
       if (stopAt % 2) f.updateObject(nullptr, nullptr, &thing);
       f.errorMessage(f.pSyntaxTree(), 77, "enough", 1);
     };
-    r.read("rw.oml", 0, 1);
+    r.read("f.oml", 0, 1);
     EXPECT_EQ(r.code, ZV_FILE_READ_ERROR);
     EXPECT_EQ(count, stopAt);
     EXPECT_EQ(r.messages, "Fatal error #077 enough !\n");
@@ -695,15 +678,15 @@ TEST(OmlBuilding, AFileCutOffByAFaultMakesNoObject) {
 }
 
 TEST(OmlBuilding, ReadsTheFileThatItHasOpen) {
-  writeFile("rw.oml", "thing: 1 {\n ref: nowhere }");
+  writeFile("f.oml", "thing: 1 {\n ref: nowhere }");
   Result r;
-  ASSERT_EQ(r.file.open("rw.oml", ZV_FILE_READ), ZV_FILE_OK);
+  ASSERT_EQ(r.file.open("f.oml", ZV_FILE_READ), ZV_FILE_OK);
   r.read(r.file.pFileName());
-  EXPECT_EQ(r.messages, "Error #028 (rw.oml:2:13) reference to undefined object !\n");
+  EXPECT_EQ(r.messages, fullMessages("28 2:13"));
 }
 
 TEST(OmlBuilding, UpdateObjectReplacesTheLiveObjectOfANode) {
-  writeFile("rw.oml", "thing: 1 { thing: 2 { num: 5 } thing: 3 { ref: 2 } }");
+  writeFile("f.oml", "thing: 1 { thing: 2 { num: 5 } thing: 3 { ref: 2 } }");
   Result r;
   r.file.onCreate = [](ThingFile& f, Thing& thing) {
     if (!thing.owner || thing.owner->children.size() < 2) return;
@@ -714,7 +697,7 @@ TEST(OmlBuilding, UpdateObjectReplacesTheLiveObjectOfANode) {
                    substitute);
     second.reset(substitute);
   };
-  r.read("rw.oml", 0, 1);
+  r.read("f.oml", 0, 1);
   ASSERT_EQ(r.messages, "");
   EXPECT_EQ(Thing::alive, 3);
   EXPECT_EQ(r.top->children[0]->num, 5);
@@ -800,8 +783,8 @@ TEST(OmlIds, SortsOrderByTheUserField) {
 
 TEST(OmlIds, OfAFileAreKeptForTheNextWrite) {
   Result r;
-  writeFile("rw.oml", "thing: 12 { thing: a7 { } thing: { } thing: x { } thing: 99999999999 { } }");
-  r.read("rw.oml", 0, 1);
+  writeFile("f.oml", "thing: 12 { thing: a7 { } thing: { } thing: x { } thing: 99999999999 { } }");
+  r.read("f.oml", 0, 1);
   ASSERT_EQ(r.messages, "");
   std::vector<int32_t> ids;
   r.file.contents = [&](ThingFile&) {

@@ -3,14 +3,43 @@
 #define ZV_TESTS_OMLPROBE_H
 
 #include <cstdio>
+#include <sstream>
 #include <string>
 
 #include "tests/support/files.h"
+#include "utils/zverrmsg.h"
 #include "utils/zvomlbva.h"
 #include "utils/zvomlint.h"
 #include "utils/zvomlsta.h"
 #include "utils/zvomlsyn.h"
 #include "utils/zvstrpoo.h"
+
+// The messages that a short form stands for: one line for each, with its number, its place (- for none, in
+// f.oml if no file is named), and what fills the blanks of its text, for message 24 the number of that text.
+inline std::string fullMessages(const char* shortForm) {
+  std::string messages;
+  std::istringstream lines(shortForm);
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream words(line);
+    int id = 0;
+    std::string place;
+    std::string argument;
+    words >> id >> place;
+    std::string text = getStringResource(id);
+    while (words >> argument) {
+      if (id == 24) argument = getStringResource(std::stoi(argument));
+      text.replace(text.find("%s"), 2, argument);
+    }
+    messages += id >= 49 ? "Warning #0" : id == 13 || id == 32 || id == 33 ? "Fatal error #0" : "Error #0";
+    messages += std::to_string(id);
+    if (place != "-") {
+      messages += place.find("oml") == std::string::npos ? " (f.oml:" : " (";
+      messages += place + ')';
+    }
+    messages += ' ' + text + " !\n";
+  }
+  return messages;
+}
 
 class ZVOMLFileProbe : public ZVOMLFile {
  public:
