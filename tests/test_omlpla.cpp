@@ -15,7 +15,7 @@ using namespace std::string_literals;
 // What becomes of a file: the tree, or none, and all messages.
 std::string readFile(int binary, bool shortWay) {
   ZVOMLFileProbe file;
-  file.plainFields(shortWay);
+  file.shortWay(shortWay);
   std::string result = "none";
   file.parseTree(
       "plain.oml", sampleGrammar(),

@@ -336,6 +336,8 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
                    uint32_t path, ZVOMLToken* value, ZVOMLDefField* definition, int unchecked);
   void parseObject(int32_t file, const ZVOMLToken& typeToken, int32_t id, int32_t section, uint32_t path,
                    ZVOMLSyntaxObject* parent, int hasBody);
+  void parseObjectBehindID(int32_t file, const ZVOMLToken& typeToken, int32_t id, int32_t section,
+                           uint32_t path, ZVOMLSyntaxObject* parent);
   void parseField(int32_t file, const ZVOMLToken* nameToken, int32_t section, uint32_t path,
                   ZVOMLSyntaxObject* object, ZVOMLToken* value, int number);
   void parseKeyword(int32_t keyword, ZVOMLSyntaxObject* object, ZVOMLToken* value);
@@ -366,9 +368,24 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   int32_t checkSimpleScope(ZVOMLToken* token);
 
   // ---- The parser's short way
-  int takePlainField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path);
-  int takePlainTextField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path);
-  int takePlainBinaryField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path);
+  // What stood at a place: nothing plain, a plain attribute, or the bracket that ends the list.
+  enum class Plain { NONE, ATTRIBUTE, END };
+  Plain takePlain(ZVOMLSyntaxObject* object, int32_t section, uint32_t path, int bracketed);
+  Plain takePlainText(ZVOMLSyntaxObject* object, int32_t section, uint32_t path, int bracketed);
+  bool takePlainTextObject(ZVOMLSyntaxObject* parent, int32_t section, uint32_t path, int32_t type,
+                           const char* text);
+  bool takePlainTextField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path,
+                          ZVOMLDefField* definition, const char* text);
+  Plain takePlainBinary(ZVOMLSyntaxObject* object, int32_t section, uint32_t path, int bracketed);
+  bool takePlainBinaryObject(ZVOMLSyntaxObject* parent, int32_t section, uint32_t path, int32_t type);
+  bool takePlainBinaryField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path,
+                            ZVOMLDefField* definition);
+  Plain takePlainEnd(char bracket);
+  bool closesTop(char c) const;
+  void parsePlainBody(int32_t file, const ZVOMLToken& typeToken, int32_t id, int32_t section, uint32_t path,
+                      ZVOMLSyntaxObject* parent, char bracket);
+  int positionAt(const char* text) const;
+  int32_t lineBehind(uint32_t bytes) const;
   void skipSeparator();
   char skipBlankLines();
   const KnownName* findName(const char*& text) const;
@@ -480,7 +497,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   int32_t bracketLevel_ = 0;
   int32_t bracketSkipLevel_ = -1;
   TokenPtr lookAhead_;
-  bool plainFields_ = true;   // fields may go the short way
+  bool shortWay_ = true;      // plain attributes may go the short way
   bool sawDefaults_ = false;  // the tree holds a defaults group
   int32_t tokenFile_ = -1;    // where the last token that nextToken gave was read
   std::unique_ptr<TokenScratch> scratch_;

@@ -50,6 +50,24 @@ inline constexpr std::array<uint8_t, 256> CHAR_CLASSES = [] {
 
 inline bool is(char c, int classes) { return (CHAR_CLASSES[static_cast<unsigned char>(c)] & classes) != 0; }
 
+inline bool isLeftBracket(char c) { return c == '(' || c == '<' || c == '[' || c == '{'; }
+
+// The opening bracket of a closing one; any other character itself.
+inline char leftBracketOf(char c) {
+  switch (c) {
+    case ')':
+      return '(';
+    case '>':
+      return '<';
+    case ']':
+      return '[';
+    case '}':
+      return '{';
+    default:
+      return c;
+  }
+}
+
 }  // namespace zvomlchar
 
 // One entry of the stack of open files. Entries below the top keep the state of their file while another one

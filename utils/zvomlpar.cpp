@@ -125,7 +125,9 @@ void ZVOMLFile::parse(const char* path) {
 void ZVOMLFile::parseAttributeList(int32_t file, const ZVOMLToken* prefix, int32_t section, uint32_t path,
                                    ZVOMLSyntaxObject* object, int bracketed) {
   for (int number = 1;; ++number) {
-    if (!prefix && takePlainField(object, section, path)) continue;
+    const Plain plain = prefix ? Plain::NONE : takePlain(object, section, path, bracketed);
+    if (plain == Plain::ATTRIBUTE) continue;
+    if (plain == Plain::END) break;
     TokenPtr token = nextToken();
     if (!token || (bracketed && token->tag() == ZV_OML_RIGHT_BRACKET)) break;
     parseAttribute(file, prefix, section, path, object, token, number);
@@ -167,11 +169,7 @@ void ZVOMLFile::parseAttribute(int32_t file, const ZVOMLToken* listPrefix, int32
       leaveBracket();
     }
   } else if (isObject) {
-    int32_t id = checkSimpleScope(token.get());
-    int hasBody = hasTag(lookAheadToken(), ZV_OML_LEFT_BRACKET);
-    if (hasBody && !enterBracket(nextToken().get())) return;
-    parseObject(file, *prefix, id, section, path, object, hasBody);
-    if (hasBody) leaveBracket();
+    parseObjectBehindID(file, *prefix, checkSimpleScope(token.get()), section, path, object);
   } else if (unknownField) {
     ignoreField_ = 1;
   } else {
@@ -187,6 +185,15 @@ int ZVOMLFile::enterBracket(const ZVOMLToken* bracket) {
   }
   ++parseDepth_;
   return 1;
+}
+
+// An object that has an id, and a body if a bracket follows.
+void ZVOMLFile::parseObjectBehindID(int32_t file, const ZVOMLToken& typeToken, int32_t id, int32_t section,
+                                    uint32_t path, ZVOMLSyntaxObject* parent) {
+  const int hasBody = hasTag(lookAheadToken(), ZV_OML_LEFT_BRACKET);
+  if (hasBody && !enterBracket(nextToken().get())) return;
+  parseObject(file, typeToken, id, section, path, parent, hasBody);
+  if (hasBody) leaveBracket();
 }
 
 // ---- Objects and fields

@@ -1,8 +1,10 @@
-// The short way of the parser for plain fields, which are most of a file: a name that the grammar knows, an
-// assignment or none, and a short value of the field's own kind, all of it waiting in the line or the buffer.
+// The short way of the parser for plain attributes, which are most of a file, and for the bracket that ends
+// them. A plain field is a name that the grammar knows, an assignment or none, and a short value of the
+// field's own kind; a plain object is a type, an assignment or none, and an id or a body; all of it waiting
+// in the line or the buffer.
 //
-// It only looks until it is sure, and then takes the whole field at once and adds the same node as the long
-// way would. Whatever is not plain is left alone for the long way, and so is every message.
+// It only looks until it is sure, and then takes the whole field or head at once and makes the same node as
+// the long way would. Whatever is not plain is left alone for the long way, and so is every message.
 #include <cstring>
 
 #include "utils/zvomldef.h"
@@ -47,10 +49,39 @@ bool isPlainValue(const ZVOMLDefField* field, ZVOMLTokenTagEnum tag, int32_t val
   }
 }
 
-// The digits from first to last, which are few.
-int32_t integerOf(const char* first, const char* last) {
+// Behind an assignment, if there is one.
+const char* skipAssignment(const char* text) {
+  text = skipBlanks(text);
+  return *text == ':' || *text == '=' ? skipBlanks(text + 1) : text;
+}
+
+// Reads digits up to end or to another character. Gives their number, 0 for more than a short one has.
+int scanDigits(const char*& text, const char* end, int32_t& number) {
+  const char* const first = text;
+  for (number = 0; text != end && is(*text, DIGIT); ++text) {
+    if (text - first == LONGEST_INTEGER) return 0;
+    number = number * 10 + (*text - '0');
+  }
+  return static_cast<int>(text - first);
+}
+
+// Reads a short integer of the text form that is nothing else.
+bool scanInteger(const char*& text, int32_t& number) {
+  const bool negative = *text == '-';
+  if (negative) ++text;
+  if (scanDigits(text, nullptr, number) == 0 || is(*text, INTEGER_BREAK)) return false;
+  if (negative) number = -number;
+  return true;
+}
+
+// Reads an id of the binary form that is a short number, and its end; -1 for any other. With a leading zero
+// the text is not that of the number.
+int32_t scanNumberID(const char*& bytes, const char* end) {
+  const char* const first = bytes;
   int32_t number = 0;
-  for (; first != last; ++first) number = number * 10 + (*first - '0');
+  const int count = scanDigits(bytes, end, number);
+  if (count == 0 || bytes == end || *bytes != '"' || (*first == '0' && count > 1)) return -1;
+  ++bytes;
   return number;
 }
 
@@ -63,13 +94,14 @@ ZVOMLDefField* definitionOf(const ZVOMLSyntaxObject* object, uint32_t path, int3
 
 }  // namespace
 
-// Reads a field at the place where an attribute begins. Gives 0, with nothing taken but white space, if it is
-// not a plain one.
-int ZVOMLFile::takePlainField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path) {
-  if (!plainFields_ || lookAhead_ || ignoreField_ || bracketSkipLevel_ >= 0 || inUncheckedSection_) return 0;
-  if (numberOfErrors() > 0 || auxCLIBuffer_ || !openFiles_ || !object->pDefObjType()) return 0;
-  return saveMode_ == ZV_FILE_READ_BINARY ? takePlainBinaryField(object, section, path)
-                                          : takePlainTextField(object, section, path);
+// Reads at the place where an attribute begins. What is not plain is left, but for white space.
+ZVOMLFile::Plain ZVOMLFile::takePlain(ZVOMLSyntaxObject* object, int32_t section, uint32_t path,
+                                      int bracketed) {
+  if (!shortWay_ || lookAhead_ || ignoreField_ || bracketSkipLevel_ >= 0 || inUncheckedSection_)
+    return Plain::NONE;
+  if (numberOfErrors() > 0 || auxCLIBuffer_ || !openFiles_ || !object->pDefObjType()) return Plain::NONE;
+  return saveMode_ == ZV_FILE_READ_BINARY ? takePlainBinary(object, section, path, bracketed)
+                                          : takePlainText(object, section, path, bracketed);
 }
 
 // A separator behind an attribute. The look-ahead token is made only where it cannot be told without.
@@ -101,59 +133,162 @@ char ZVOMLFile::skipBlankLines() {
   }
 }
 
-int ZVOMLFile::takePlainTextField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path) {
-  if (!scratch_ || !skipBlankLines()) return 0;
-  const char* const start = openFiles_->read;
-  const char* text = start;
+ZVOMLFile::Plain ZVOMLFile::takePlainText(ZVOMLSyntaxObject* object, int32_t section, uint32_t path,
+                                          int bracketed) {
+  const char first = skipBlankLines();
+  if (!first || !scratch_) return Plain::NONE;
+  if (bracketed && closesTop(first)) {
+    takeCharacters(1);
+    return takePlainEnd(first);
+  }
+  const char* text = openFiles_->read;
   const KnownName* name = findName(text);
-  if (!name || name->tag != ZV_OML_FIELD_ID || is(*text, SCOPE_SEPARATOR)) return 0;
-  ZVOMLDefField* definition = definitionOf(object, path, name->index);
-  if (!definition) return 0;
-  const auto position = [&](const char* place) {
-    return static_cast<int16_t>(openFiles_->position + (place - start));
-  };
-  const int namePosition = position(text);
+  if (!name || is(*text, SCOPE_SEPARATOR)) return Plain::NONE;
+  bool taken = false;
+  if (name->tag == ZV_OML_FIELD_ID) {
+    ZVOMLDefField* definition = definitionOf(object, path, name->index);
+    taken = definition && takePlainTextField(object, section, path, definition, text);
+  } else if (name->tag == ZV_OML_OBJTYPE_ID) {
+    taken = takePlainTextObject(object, section, path, name->index, text);
+  }
+  return taken ? Plain::ATTRIBUTE : Plain::NONE;
+}
 
-  text = skipBlanks(text);
-  if (*text == ':' || *text == '=') text = skipBlanks(text + 1);
+// The place of the reader once it has taken what is before text.
+int ZVOMLFile::positionAt(const char* text) const {
+  return static_cast<int16_t>(openFiles_->position + (text - openFiles_->read));
+}
+
+// The type's name is before text.
+bool ZVOMLFile::takePlainTextObject(ZVOMLSyntaxObject* parent, int32_t section, uint32_t path, int32_t type,
+                                    const char* text) {
+  const ZVOMLToken typeToken(ZV_OML_OBJTYPE_ID, type, openFiles_->line, positionAt(text));
+  text = skipAssignment(text);
+  int32_t id = -1;
+  if (is(*text, DIGIT)) {
+    int32_t number = 0;
+    if (!scanInteger(text, number)) return false;
+    id = storeIntegerIDIndex(number);
+  } else if (const KnownName* name = findName(text)) {
+    if (name->tag != ZV_OML_OBJECT_ID || is(*text, SCOPE_SEPARATOR)) return false;
+    id = name->index;
+  } else if (!isLeftBracket(*text)) {
+    return false;
+  }
+  takeCharacters(static_cast<size_t>(text - openFiles_->read));
+  const int32_t file = tokenFile_ = fileNameIndex();
+  const char next = skipBlankLines();
+  if (isLeftBracket(next)) {
+    takeCharacters(1);
+    parsePlainBody(file, typeToken, id, section, path, parent, next);
+  } else {
+    parseObjectBehindID(file, typeToken, id, section, path, parent);
+  }
+  skipSeparator();
+  return true;
+}
+
+// The object with the body behind a bracket that is taken.
+void ZVOMLFile::parsePlainBody(int32_t file, const ZVOMLToken& typeToken, int32_t id, int32_t section,
+                               uint32_t path, ZVOMLSyntaxObject* parent, char bracket) {
+  pushBracket(bracket, file, openFiles_->line, openFiles_->position);
+  const ZVOMLToken token(ZV_OML_LEFT_BRACKET, bracket, openFiles_->line, openFiles_->position);
+  if (!enterBracket(&token)) return;
+  parseObject(file, typeToken, id, section, path, parent, 1);
+  leaveBracket();
+}
+
+// Whether c is the bracket that belongs to the innermost one that is open.
+bool ZVOMLFile::closesTop(char c) const {
+  return brackets_ && c != brackets_->bracket && leftBracketOf(c) == brackets_->bracket;
+}
+
+// The end of a list at a bracket that is taken.
+ZVOMLFile::Plain ZVOMLFile::takePlainEnd(char bracket) {
+  popBracket(bracket, fileNameIndex(), openFiles_->line, openFiles_->position);
+  tokenFile_ = fileNameIndex();
+  return Plain::END;
+}
+
+// The field's name is before text.
+bool ZVOMLFile::takePlainTextField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path,
+                                   ZVOMLDefField* definition, const char* text) {
+  const int namePosition = positionAt(text);
+  text = skipAssignment(text);
   ZVOMLTokenTagEnum tag = ZV_OML_BAD;
   int32_t value = 0;
   if (*text == '"') {
     const char* const first = ++text;
     text += std::strcspn(text, "\"\\");
-    if (definition->fieldType() != ZV_FIELD_STRING || *text != '"') return 0;
+    if (definition->fieldType() != ZV_FIELD_STRING || *text != '"') return false;
     std::string& bytes = emptyByteScratch();
     bytes.assign(first, text++);
     tag = ZV_OML_STRING;
     value = storeStringIndex(bytes.c_str());
   } else if (is(*text, DIGIT) || *text == '-') {
-    const bool negative = *text == '-';
-    const char* const first = text + negative;
-    const char* last = first;
-    while (is(*last, DIGIT)) ++last;
-    if (first == last || last - first > LONGEST_INTEGER || is(*last, INTEGER_BREAK)) return 0;
-    value = negative ? -integerOf(first, last) : integerOf(first, last);
-    text = last;
+    if (!scanInteger(text, value)) return false;
     tag = ZV_OML_INTEGER;
   } else if (const KnownName* word = findName(text)) {
-    if (is(*text, SCOPE_SEPARATOR)) return 0;
+    if (is(*text, SCOPE_SEPARATOR)) return false;
     tag = word->tag;
     value = word->index;
   }
-  if (!isPlainValue(definition, tag, value)) return 0;
+  if (!isPlainValue(definition, tag, value)) return false;
 
-  ZVOMLToken token(tag, value, openFiles_->line, position(text));
-  takeCharacters(static_cast<size_t>(text - start));
+  ZVOMLToken token(tag, value, openFiles_->line, positionAt(text));
+  takeCharacters(static_cast<size_t>(text - openFiles_->read));
   addPlainField(object, section, path, definition, openFiles_->line, namePosition, token);
-  return 1;
+  return true;
 }
 
-int ZVOMLFile::takePlainBinaryField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path) {
+ZVOMLFile::Plain ZVOMLFile::takePlainBinary(ZVOMLSyntaxObject* object, int32_t section, uint32_t path,
+                                            int bracketed) {
   const ZVOpenFileList& top = *openFiles_;
-  // The tag and index of the name, and the tag and at least one byte of the value.
-  if (top.binaryLeft < 4 || top.binaryRead[0] != 'f') return 0;
-  ZVOMLDefField* definition = definitionOf(object, path, static_cast<unsigned char>(top.binaryRead[1]));
-  if (!definition) return 0;
+  if (top.binaryLeft == 0) return Plain::NONE;
+  const char first = *top.binaryRead;
+  if (bracketed && closesTop(first)) {
+    skipBinaryBytes(1);
+    return takePlainEnd(first);
+  }
+  // The tag and index of a name, and one or two bytes at least behind it.
+  if (top.binaryLeft < 4) return Plain::NONE;
+  const int32_t index = static_cast<unsigned char>(top.binaryRead[1]);
+  bool taken = false;
+  if (first == 'f') {
+    ZVOMLDefField* definition = definitionOf(object, path, index);
+    taken = definition && takePlainBinaryField(object, section, path, definition);
+  } else if (first == 'o') {
+    taken = takePlainBinaryObject(object, section, path, index);
+  }
+  return taken ? Plain::ATTRIBUTE : Plain::NONE;
+}
+
+// Only with a body, as nearly all have.
+bool ZVOMLFile::takePlainBinaryObject(ZVOMLSyntaxObject* parent, int32_t section, uint32_t path,
+                                      int32_t type) {
+  if (!pObjTypeDefinition(type)) return false;
+  const ZVOpenFileList& top = *openFiles_;
+  const char* const end = top.binaryRead + top.binaryLeft;
+  const char* bytes = top.binaryRead + 2;
+  int32_t number = -1;
+  if (*bytes == 'N') {
+    number = scanNumberID(++bytes, end);
+    if (number < 0) return false;
+  }
+  if (bytes == end || !isLeftBracket(*bytes)) return false;
+  const char bracket = *bytes++;
+  const int32_t id = number >= 0 ? storeIntegerIDIndex(number) : -1;
+  const int32_t file = tokenFile_ = fileNameIndex();
+  const ZVOMLToken typeToken(ZV_OML_OBJTYPE_ID, type, lineBehind(2), top.position);
+  skipBinaryBytes(static_cast<int32_t>(bytes - top.binaryRead));
+  parsePlainBody(file, typeToken, id, section, path, parent, bracket);
+  skipSeparator();
+  return true;
+}
+
+bool ZVOMLFile::takePlainBinaryField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path,
+                                     ZVOMLDefField* definition) {
+  const ZVOpenFileList& top = *openFiles_;
   const char* const end = top.binaryRead + top.binaryLeft;
   const char* bytes = top.binaryRead + 2;
   ZVOMLTokenTagEnum tag = ZV_OML_INTEGER;
@@ -163,7 +298,7 @@ int ZVOMLFile::takePlainBinaryField(ZVOMLSyntaxObject* object, int32_t section, 
       value = static_cast<unsigned char>(*bytes++);
       break;
     case 'I':
-      if (end - bytes < 4) return 0;
+      if (end - bytes < 4) return false;
       for (int i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(*bytes++);
       break;
     case 'e':
@@ -171,18 +306,16 @@ int ZVOMLFile::takePlainBinaryField(ZVOMLSyntaxObject* object, int32_t section, 
       value = static_cast<unsigned char>(*bytes++);
       break;
     case 'N': {
-      const char* const first = bytes;
-      while (bytes != end && is(*bytes, DIGIT)) ++bytes;
-      if (bytes == end || *bytes != '"' || bytes == first || bytes - first > LONGEST_INTEGER) return 0;
-      // With a leading zero the text is not that of the number.
-      if (definition->fieldType() != ZV_FIELD_OBJECT || (*first == '0' && bytes - first > 1)) return 0;
-      value = static_cast<uint32_t>(integerOf(first, bytes++));
+      if (definition->fieldType() != ZV_FIELD_OBJECT) return false;
+      const int32_t number = scanNumberID(bytes, end);
+      if (number < 0) return false;
+      value = static_cast<uint32_t>(number);
       break;
     }
     case '"': {
       const char* const first = bytes;
       while (bytes != end && *bytes != '"' && *bytes != '\\') ++bytes;
-      if (definition->fieldType() != ZV_FIELD_STRING || bytes == end || *bytes != '"') return 0;
+      if (definition->fieldType() != ZV_FIELD_STRING || bytes == end || *bytes != '"') return false;
       std::string& text = emptyByteScratch();
       text.assign(first, bytes++);
       tag = ZV_OML_STRING;
@@ -190,15 +323,15 @@ int ZVOMLFile::takePlainBinaryField(ZVOMLSyntaxObject* object, int32_t section, 
       break;
     }
     default:
-      return 0;
+      return false;
   }
-  if (!isPlainValue(definition, tag, static_cast<int32_t>(value))) return 0;
+  if (!isPlainValue(definition, tag, static_cast<int32_t>(value))) return false;
 
-  const auto nameLine = static_cast<int32_t>(static_cast<uint32_t>(top.line) + 2U);
+  const int32_t nameLine = lineBehind(2);
   skipBinaryBytes(static_cast<int32_t>(bytes - top.binaryRead));
   ZVOMLToken token(tag, static_cast<int32_t>(value), top.line, top.position);
   addPlainField(object, section, path, definition, nameLine, top.position, token);
-  return 1;
+  return true;
 }
 
 // What the identifier at text was classified as, and text moved behind it; null if that is not remembered.
@@ -213,6 +346,11 @@ const ZVOMLFile::KnownName* ZVOMLFile::findName(const char*& text) const {
   if (!name || !name->is(first, length)) return nullptr;
   text = last;
   return name;
+}
+
+// The line of a token of a binary file that ends behind that many bytes.
+int32_t ZVOMLFile::lineBehind(uint32_t bytes) const {
+  return static_cast<int32_t>(static_cast<uint32_t>(openFiles_->line) + bytes);
 }
 
 // Adds the field, whose value is of its kind, and goes on behind a separator.

@@ -30,21 +30,6 @@ int hexValue(char c) {
   return is(c, DIGIT) ? c - '0' : (c | 0x20) - 'a' + 10;
 }
 
-char leftBracketOf(char c) {
-  switch (c) {
-    case ')':
-      return '(';
-    case '>':
-      return '<';
-    case ']':
-      return '[';
-    case '}':
-      return '{';
-    default:
-      return c;
-  }
-}
-
 // Whether the text is a number of a few digits, spelled as numbers are printed.
 bool isShortInteger(const char* text, int32_t& number) {
   constexpr int LONGEST = 9;

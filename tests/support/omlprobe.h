@@ -49,7 +49,7 @@ class ZVOMLFileProbe : public ZVOMLFile {
   }
 
   // Whether plain fields may go the short way.
-  void plainFields(bool allowed) { plainFields_ = allowed; }
+  void shortWay(bool allowed) { shortWay_ = allowed; }
 
   std::string messages() const { return std::string(pErrorStringBuffer()) + pWarningStringBuffer(); }
 
