@@ -80,9 +80,9 @@ TEST_F(OmlTokens, OfTheTextForm) {
        "type NODE type NODE id nOde_ section LAYOUT "
        "field WIDTH field TITLE value TRUE value LEFT section SKIP section _ id _x id x "},
       {"a,b a|b|3 12,7 -1,+2 node,7 _a,b a,_b",
-       "id a,b id a,b,3 id 12,7 id -1,+2 id node,7 id _a,b bad 7 id _b "},
+       "id a,b id a,b,3 id 12,7 id -1,+2 id node,7 id _a,b bad 13 id _b "},
       {"$ $12,7 $,12,7 $a|b $-3 $ 5 $_", "id $ id $,12,7 id $,12,7 id $,a,b id $,-3 id $ 5 id $ section _ "},
-      {"a, b a,,b a,", "bad 1 id b bad 1 bad 44 id b bad 1 "},
+      {"a, b a,,b a,", "bad 3 id b bad 3 bad 44 id b bad 3 "},
       {"\"a#b//\\\"c\" \"x\ny\"", "\"a#b//\"c\" \"x\ny\" "},
       {R"("\a\b\f\n\r\t\v\101\60x\x41\x4z\xG\q\\" "\1234\400")", "\"\a\b\f\n\r\t\vA0xA\4z\" \"S4\" "},
       {"1\r2\r\r3\n\r4", "1 2 3 4 "},

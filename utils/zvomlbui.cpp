@@ -18,31 +18,6 @@
 
 namespace {
 
-// A scope, a comma and an id, in one text. Short ones, which is nearly all, take no memory of their own.
-class Address {
- public:
-  Address(const char* scope, const char* id) {
-    const size_t scopeLength = std::strlen(scope);
-    const size_t idSize = std::strlen(id) + 1;
-    if (scopeLength + 1 + idSize > sizeof(near_)) {
-      far_ = std::make_unique<char[]>(scopeLength + 1 + idSize);
-      text_ = far_.get();
-    }
-    std::memcpy(text_, scope, scopeLength);
-    text_[scopeLength] = ',';
-    std::memcpy(text_ + scopeLength + 1, id, idSize);
-  }
-  Address(const Address&) = delete;
-  Address& operator=(const Address&) = delete;
-
-  const char* text() const { return text_; }
-
- private:
-  char near_[256];
-  std::unique_ptr<char[]> far_;
-  char* text_ = near_;
-};
-
 bool isDefaults(const ZVOMLSyntaxObject* object) { return object->objectIDIndex() == 0; }
 
 // Runs some objects ahead of a walk along siblings and names the references that the walk will come to, which
@@ -71,34 +46,6 @@ class LookAhead {
 
 }  // namespace
 
-void ZVIndexMemory::remember(int32_t first, int32_t second, int32_t index) {
-  if (used_ >= places_.size() / 2) {
-    std::vector<Place> before(std::max<size_t>(places_.size() * 2, 256));
-    before.swap(places_);
-    for (const Place& place : before)
-      if (place.index >= 0) places_[placeOf(place.first, place.second)] = place;
-  }
-  Place& place = places_[placeOf(first, second)];
-  if (place.index < 0) ++used_;
-  place = {first, second, index, UNKNOWN};
-}
-
-void ZVIntegerMemory::remember(int32_t number, int32_t index) {
-  constexpr size_t ALWAYS_DENSE = 1024;
-  const size_t bound = std::max(ALWAYS_DENSE, 4 * ++count_);
-  const auto place = static_cast<size_t>(number);
-  if (number < 0 || place >= std::max(bound, dense_.size())) return sparse_.remember(0, number, index);
-  if (place >= dense_.size()) dense_.resize(std::max(place + 1, dense_.size() * 2), -1);
-  dense_[place] = index;
-}
-
-ZVOMLFile::ObjectRecord* ZVOMLFile::ObjectRecords::make(int32_t index) {
-  const size_t block = static_cast<size_t>(index) / BLOCK;
-  if (block >= blocks_.size()) blocks_.resize(block + 1);
-  if (!blocks_[block]) blocks_[block].reset(new (std::nothrow) std::array<ObjectRecord, BLOCK>);
-  return find(index);
-}
-
 // ---- Whole reads
 
 ZVFileCodeEnum ZVOMLFile::readOMLFile(const char* path, ZVOMLStatic* grammar, ZVObject* expected,
@@ -125,7 +72,7 @@ void ZVOMLFile::updateObject(ZVOMLSyntaxObject* object, ZVObject* oldObject, ZVO
     if (oldObject == topLevelObject_) topLevelObject_ = newObject;
     delete oldObject;
   }
-  if (ObjectRecord* record = objectRecord(address)) record->object = newObject;
+  if (ZVOMLIDTable::Record* record = ids_ ? ids_->makeRecord(address) : nullptr) record->object = newObject;
   if (indexHashTable_)
     indexHashTable_->update(reinterpret_cast<intptr_t>(newObject), extractIDFromScope(address));
 }
@@ -185,10 +132,9 @@ void ZVOMLFile::collectObjects(ZVOMLSyntaxObject* object, int32_t scope, int32_t
 
 int32_t ZVOMLFile::fullObjectScopeIDIndex(ZVOMLSyntaxObject* object, int32_t scope, int32_t& counter) {
   if (isDefaults(object)) return 0;
-  if (object->objectIDIndex() >= 0) return storeAddressIndex(scope, object->objectIDIndex());
-  char number[zvnumber::INTEGER_ROOM];
-  zvnumber::formatInteger(number, counter--);
-  return storeObjectIDIndex(Address(objectID(scope), number).text());
+  if (!ids_) return -1;
+  const int32_t id = object->objectIDIndex();
+  return id >= 0 ? ids_->enterAddress(scope, id) : ids_->enterNewAddress(scope, counter--);
 }
 
 void ZVOMLFile::checkRequiredFields(ZVOMLSyntaxObject* object, int32_t own, int32_t scope, int32_t& counter) {
@@ -211,7 +157,7 @@ void ZVOMLFile::checkRequiredFields(ZVOMLSyntaxObject* object, int32_t own, int3
   LookAhead ahead(object->pObjectList());
   for (ZVOMLSyntaxObjectList* cell = object->pObjectList(); cell && !isFatalError(); cell = cell->pNext) {
     ahead.step([&](int32_t id) {
-      if (knownIDs_) knownIDs_->addresses.prefetch(inner, id);
+      if (ids_) ids_->prefetchAddress(inner, id);
     });
     checkRequiredFields(cell->pObject, cell->pObject->objectIDIndex(), inner, counter);
   }
@@ -221,12 +167,12 @@ void ZVOMLFile::checkRequiredFields(ZVOMLSyntaxObject* object, int32_t own, int3
 // lies at an address does not change any more, so its type is noted where the address is remembered.
 void ZVOMLFile::checkObjectDefinition(ZVOMLSyntaxField* field, int32_t scope) {
   ZVOMLToken* value = field->pValueToken();
-  if (!value || !objectIDPool_) return;
-  ZVIndexMemory::Place* known = knownIDs_->addresses.find(scope, value->longValue());
+  if (!value || !ids_) return;
+  ZVIndexMemory::Place* known = ids_->remembered(scope, value->longValue());
   if (known) {
     value->longValue(known->index);
-  } else if (*objectID(value->longValue()) != '$') {
-    value->longValue(storeAddressIndex(scope, value->longValue()));
+  } else if (!ids_->isAbsolute(value->longValue())) {
+    value->longValue(ids_->enterAddress(scope, value->longValue()));
   }
   int32_t type = known ? known->note : ZVIndexMemory::UNKNOWN;
   if (type == ZVIndexMemory::UNKNOWN) {
@@ -254,7 +200,9 @@ int ZVOMLFile::checkObjectsForApplication(ZVOMLSyntaxObject* object) {
 
 // The decimal number at the end of an address, with its sign; 0 without digits.
 int32_t ZVOMLFile::extractIDFromScope(int32_t index) const {
-  const char* text = objectID(index);
+  const int32_t item = ids_ ? ids_->lastItem(index) : -1;
+  if (ZVOMLIDTable::isNumber(item)) return ZVOMLIDTable::numberOf(item);
+  const char* text = objectID(item);
   const char* end = text + std::strlen(text);
   const char* digits = end;
   while (digits > text && digits[-1] >= '0' && digits[-1] <= '9') --digits;
@@ -332,7 +280,7 @@ int ZVOMLFile::setOwnedFields(ZVOMLSyntaxObject* object, ZVOMLSyntaxObject* owne
   LookAhead ahead(object->pObjectList());
   for (ZVOMLSyntaxObjectList* cell = object->pObjectList(); cell && !isFatalError(); cell = cell->pNext) {
     // A callback may have ended the run.
-    ahead.step([&](int32_t address) { zvPrefetch(records_ ? records_->find(address) : nullptr); });
+    ahead.step([&](int32_t address) { zvPrefetch(ids_ ? ids_->record(address) : nullptr); });
     ZVOMLSyntaxObject* child = cell->pObject;
     const int childGood = isDefaults(child) ? setOwnedFields(child, ownerSyntax, owner)
                                             : setOwnedFields(child, child, pObject(child->objectIDIndex()));
@@ -380,48 +328,16 @@ int32_t ZVOMLFile::enumValue(int32_t index) const { return grammar_ ? grammar_->
 int ZVOMLFile::definedSection(int32_t index) const { return grammar_ && grammar_->definedSection(index); }
 
 ZVOMLSyntaxObject* ZVOMLFile::pSyntaxObject(int32_t index) const {
-  const ObjectRecord* record = records_ ? records_->find(index) : nullptr;
+  const ZVOMLIDTable::Record* record = ids_ ? ids_->record(index) : nullptr;
   return record ? record->syntaxObject : nullptr;
 }
 
 ZVOMLSyntaxObject* ZVOMLFile::pSyntaxObject(int32_t index, ZVOMLSyntaxObject* object) {
-  if (ObjectRecord* record = objectRecord(index)) record->syntaxObject = object;
+  if (ZVOMLIDTable::Record* record = ids_ ? ids_->makeRecord(index) : nullptr) record->syntaxObject = object;
   return object;
 }
 
 ZVObject* ZVOMLFile::pObject(int32_t index) const {
-  const ObjectRecord* record = records_ ? records_->find(index) : nullptr;
+  const ZVOMLIDTable::Record* record = ids_ ? ids_->record(index) : nullptr;
   return record ? record->object : nullptr;
-}
-
-// The index of the decimal text of a number.
-int32_t ZVOMLFile::storeIntegerIDIndex(int32_t number) {
-  if (!objectIDPool_) return -1;
-  int32_t index = knownIDs_->integers.find(number);
-  if (index >= 0) return index;
-  char text[zvnumber::INTEGER_ROOM];
-  zvnumber::formatInteger(text, number);
-  index = objectIDPool_->update(text);
-  knownIDs_->integers.remember(number, index);
-  return index;
-}
-
-// The index of the address that an id, or a relative scope, has in a scope.
-int32_t ZVOMLFile::storeAddressIndex(int32_t scope, int32_t id) {
-  if (!objectIDPool_) return -1;
-  if (const ZVIndexMemory::Place* known = knownIDs_->addresses.find(scope, id)) return known->index;
-  const int32_t index = objectIDPool_->update(Address(objectID(scope), objectID(id)).text());
-  knownIDs_->addresses.remember(scope, id, index);
-  return index;
-}
-
-// The record of an address, made if it is new; null for an index that is none of the pool's.
-ZVOMLFile::ObjectRecord* ZVOMLFile::objectRecord(int32_t index) {
-  if (!objectIDPool_ || index < 0 || index >= objectIDPool_->decodeTableMax()) return nullptr;
-  auto* record = static_cast<ObjectRecord*>(objectIDPool_->pointer(index));
-  if (!record) {
-    record = records_->make(index);
-    objectIDPool_->pointer(index, record);
-  }
-  return record;
 }

@@ -90,8 +90,7 @@ void ZVOMLFile::makePools() {
   unknownFieldIDPool_ = new ZVStringPool(g.fieldIDHashSize(), g.fieldIDPoolSize(), 0, 0);
   uncheckedFieldIDPool_ = new ZVStringPool(g.fieldIDHashSize(), g.fieldIDPoolSize(), 0, 0);
   objectIDPool_ = new ZVStringPool(g.objectIDHashSize(), g.objectIDPoolSize(), 1, 1);
-  knownIDs_ = std::make_unique<KnownIDs>();
-  records_ = std::make_unique<ObjectRecords>();
+  ids_ = std::make_unique<ZVOMLIDTable>(*objectIDPool_);
   storeObjectIDIndex("defaults");
 }
 
@@ -116,12 +115,11 @@ void ZVOMLFile::cleanup() {
 }
 
 void ZVOMLFile::releasePools() {
-  knownIDs_.reset();
   for (ZVStringPool** pool :
        {&stringPool_, &unknownSectionIDPool_, &unknownFieldIDPool_, &uncheckedFieldIDPool_, &objectIDPool_}) {
     if (*pool) remains().pools.push_back(std::exchange(*pool, nullptr));
   }
-  if (records_) remains().records.push_back(std::move(records_));
+  if (ids_) remains().ids.push_back(std::move(ids_));
 }
 
 void ZVOMLFile::releaseTree() {

@@ -33,6 +33,7 @@ class ZVOMLBinValue;
 class ZVOMLDefField;
 class ZVOMLDefObjType;
 class ZVOMLExtension;
+class ZVOMLIDTable;
 class ZVOMLObject;
 class ZVOMLStatic;
 class ZVOMLSyntaxField;
@@ -209,9 +210,6 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   friend class ZVOMLSyntaxField;
   friend class ZVOMLFileProbe;  // the tests look at tokens and pools through it
 
-  // What the object id pool points to for an address: the nodes of both phases.
-  struct ObjectRecord;
-  class ObjectRecords;
   // What a fatal error or cleanup takes out of reach during a run, until the run has returned.
   struct Remains;
   class Run;
@@ -225,7 +223,6 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
     ZVOMLFile* file;
   };
   using TokenPtr = std::unique_ptr<ZVOMLToken, TokenReturn>;
-  struct KnownIDs;
 
   // ---- Frame
   void makePools();
@@ -411,9 +408,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVOMLSyntaxObject* pSyntaxObject(int32_t index) const;
   ZVOMLSyntaxObject* pSyntaxObject(int32_t index, ZVOMLSyntaxObject* object);
   ZVObject* pObject(int32_t index) const;
-  ObjectRecord* objectRecord(int32_t index);
   int32_t storeIntegerIDIndex(int32_t number);
-  int32_t storeAddressIndex(int32_t scope, int32_t id);
 
   // ---- Writer. Each public operation puts its bytes in the buffer between beginItem and endItem.
   int inBinary() const { return saveMode_ == ZV_FILE_WRITE_BINARY; }
@@ -501,12 +496,11 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   bool sawDefaults_ = false;  // the tree holds a defaults group
   int32_t tokenFile_ = -1;    // where the last token that nextToken gave was read
   std::unique_ptr<TokenScratch> scratch_;
-  std::unique_ptr<KnownIDs> knownIDs_;  // of the object id pool
-  void* freeTokens_ = nullptr;          // memory of tokens that are used up; each begins with the next
+  std::unique_ptr<ZVOMLIDTable> ids_;  // the object id pool holds their names
+  void* freeTokens_ = nullptr;         // memory of tokens that are used up; each begins with the next
   // The nodes of the syntax tree, apart, since most passes look at objects alone.
   std::unique_ptr<ZVOMLArena> objectNodes_;
   std::unique_ptr<ZVOMLArena> fieldNodes_;
-  std::unique_ptr<ObjectRecords> records_;  // of the object id pool
   int ignoreField_ = 0;
   int inUncheckedSection_ = 0;
   ZVStringHandle* auxCLIBuffer_ = nullptr;  // not owned

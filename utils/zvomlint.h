@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
-#include "utils/zvfetch.h"
 #include "utils/zvomlfil.h"
+#include "utils/zvomlids.h"
 #include "utils/zvstrhnd.h"
 
 class ZVStringPool;
@@ -131,31 +131,6 @@ class ZVOMLArena {
   size_t left_ = 0;
 };
 
-// What an entry of the object id pool points to: the nodes of both phases. Neither is owned.
-struct ZVOMLFile::ObjectRecord {
-  ZVOMLSyntaxObject* syntaxObject = nullptr;
-  ZVObject* object = nullptr;
-};
-
-// The records of the entries of the object id pool. They lie in the order of the indices, so that a look-up
-// reads no table before.
-class ZVOMLFile::ObjectRecords {
- public:
-  // Null if none was made in that place, as for an index that no entry has.
-  ObjectRecord* find(int32_t index) const {
-    const size_t block = static_cast<size_t>(index) / BLOCK;
-    return block < blocks_.size() && blocks_[block] ? &(*blocks_[block])[static_cast<size_t>(index) % BLOCK]
-                                                    : nullptr;
-  }
-  // Makes the record, unless it is there.
-  ObjectRecord* make(int32_t index);
-
- private:
-  static constexpr size_t BLOCK = 1024;
-
-  std::vector<std::unique_ptr<std::array<ObjectRecord, BLOCK>>> blocks_;
-};
-
 // Owns what cleanup takes out of reach. During a run it waits here, so that no frame of the parser or of a
 // callback ever looks at freed memory.
 struct ZVOMLFile::Remains {
@@ -168,7 +143,7 @@ struct ZVOMLFile::Remains {
   std::vector<ZVOMLSyntaxObject*> trees;
   std::vector<ZVStringPool*> pools;
   std::vector<std::unique_ptr<ZVOMLArena>> arenas;  // of the trees
-  std::vector<std::unique_ptr<ObjectRecords>> records;
+  std::vector<std::unique_ptr<ZVOMLIDTable>> ids;
 };
 
 // One run of a read or a write, from behind initParser to the last use of the file: what cleanup releases
@@ -257,64 +232,6 @@ inline char ZVOMLFile::nextReadChar(char c) {
 inline bool ZVOMLFile::inputEnded(char c) const {
   return c == '\0' && (auxCLIBuffer_ ? *auxCLIBuffer_->pString() == '\0' : openFiles_ == nullptr);
 }
-
-// Remembers to which index a pair of numbers led: each pair has one place, which a later pair may take over,
-// and the places grow with the pairs. Pairs that follow one another lie side by side.
-class ZVIndexMemory {
- public:
-  struct Place {
-    int32_t first = 0;
-    int32_t second = 0;
-    int32_t index = -1;
-    int32_t note = UNKNOWN;  // the caller's
-  };
-  static constexpr int32_t UNKNOWN = -2;
-
-  // The place of the pair, null if it is not remembered.
-  Place* find(int32_t first, int32_t second) {
-    if (places_.empty()) return nullptr;
-    Place& place = places_[placeOf(first, second)];
-    return place.index >= 0 && place.first == first && place.second == second ? &place : nullptr;
-  }
-  void remember(int32_t first, int32_t second, int32_t index);
-  void prefetch(int32_t first, int32_t second) const {
-    if (!places_.empty()) zvPrefetch(&places_[placeOf(first, second)]);
-  }
-
- private:
-  size_t placeOf(int32_t first, int32_t second) const {
-    return (static_cast<uint32_t>(first) * 0x9e3779b1U + static_cast<uint32_t>(second)) &
-           (places_.size() - 1);
-  }
-
-  std::vector<Place> places_;  // a power of two, or none
-  size_t used_ = 0;
-};
-
-// Remembers the index of the decimal text of a number: in a plain table as long as the numbers are about as
-// dense as those of a program that counts its objects.
-class ZVIntegerMemory {
- public:
-  // -1 if it is not remembered.
-  int32_t find(int32_t number) {
-    if (number >= 0 && static_cast<size_t>(number) < dense_.size())
-      return dense_[static_cast<size_t>(number)];
-    const ZVIndexMemory::Place* place = sparse_.find(0, number);
-    return place ? place->index : -1;
-  }
-  void remember(int32_t number, int32_t index);
-
- private:
-  std::vector<int32_t> dense_;
-  size_t count_ = 0;
-  ZVIndexMemory sparse_;
-};
-
-// What the object id pool would answer again and again.
-struct ZVOMLFile::KnownIDs {
-  ZVIntegerMemory integers;
-  ZVIndexMemory addresses;  // a scope and an id to the index of the address; the note: type of its object
-};
 
 // What an identifier was classified as. The tag of a bad token stands for the name of a declared field.
 struct ZVOMLFile::KnownName {

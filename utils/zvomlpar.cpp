@@ -511,13 +511,13 @@ int ZVOMLFile::checkScope(ZVOMLToken* token) {
 }
 
 int32_t ZVOMLFile::checkSimpleScope(ZVOMLToken* token) {
-  if (objectIDPool_ && hasTag(token, ZV_OML_INTEGER)) {
+  if (ids_ && hasTag(token, ZV_OML_INTEGER)) {
     token->intToObjectID(storeIntegerIDIndex(token->longValue()));
     return token->longValue();
   }
   if (hasTag(token, ZV_OML_OBJECT_ID)) {
-    const char* text = objectID(token->longValue());
-    if (*text != '$' && !std::strchr(text, ',')) return token->longValue();
+    const int32_t id = token->longValue();
+    if (!ids_ || (!ids_->isAbsolute(id) && !ids_->isAddress(id))) return id;
   }
   internalErrorMessage(tokenFile_, token, ID_EXPECTED, nullptr, nullptr, nullptr, 0);
   return NO_ID;

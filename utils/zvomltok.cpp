@@ -30,19 +30,6 @@ int hexValue(char c) {
   return is(c, DIGIT) ? c - '0' : (c | 0x20) - 'a' + 10;
 }
 
-// Whether the text is a number of a few digits, spelled as numbers are printed.
-bool isShortInteger(const char* text, int32_t& number) {
-  constexpr int LONGEST = 9;
-  const bool negative = *text == '-';
-  const char* digits = text + negative;
-  if (*digits == '0' && (negative || digits[1] != '\0')) return false;
-  int length = 0;
-  for (number = 0; length < LONGEST && is(digits[length], DIGIT); ++length)
-    number = number * 10 + (digits[length] - '0');
-  if (negative) number = -number;
-  return length > 0 && digits[length] == '\0';
-}
-
 // An index in the second of two pools whose indices follow one another.
 int32_t behind(const ZVStringPool* first, int32_t index) {
   return index < 0 ? -1 : first->decodeTableMax() + index;
@@ -722,7 +709,7 @@ int32_t ZVOMLFile::fieldIDIndex(const char* name) const {
   return behind(grammar_->pFieldIDPool(), lookup(uncheckedFieldIDPool_, name));
 }
 
-int32_t ZVOMLFile::objectIDIndex(const char* text) const { return lookup(objectIDPool_, text); }
+int32_t ZVOMLFile::objectIDIndex(const char* text) const { return ids_ && text ? ids_->find(text) : -1; }
 
 int32_t ZVOMLFile::storeStringIndex(const char* text) { return update(stringPool_, text); }
 
@@ -742,10 +729,9 @@ int32_t ZVOMLFile::storeFieldIDIndex(const char* name) {
   return behind(grammar_->pFieldIDPool(), update(uncheckedFieldIDPool_, name));
 }
 
-int32_t ZVOMLFile::storeObjectIDIndex(const char* text) {
-  int32_t number = 0;
-  return text && isShortInteger(text, number) ? storeIntegerIDIndex(number) : update(objectIDPool_, text);
-}
+int32_t ZVOMLFile::storeObjectIDIndex(const char* text) { return ids_ && text ? ids_->enter(text) : -1; }
+
+int32_t ZVOMLFile::storeIntegerIDIndex(int32_t number) { return ids_ ? ids_->enterNumber(number) : -1; }
 
 const char* ZVOMLFile::string(int32_t index) const { return decode(stringPool_, index); }
 
@@ -771,4 +757,4 @@ const char* ZVOMLFile::fieldID(int32_t index) const {
                        : decode(uncheckedFieldIDPool_, index - known);
 }
 
-const char* ZVOMLFile::objectID(int32_t index) const { return decode(objectIDPool_, index); }
+const char* ZVOMLFile::objectID(int32_t index) const { return ids_ ? ids_->text(index) : ""; }

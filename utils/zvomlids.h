@@ -1,0 +1,161 @@
+// The object ids and addresses of one run of ZVOMLFile. Not a public header.
+//
+// Each has an index that holds as long as the run. An address is a scope, itself an id or an address, with an
+// id behind it, written with a comma in between; so it is kept as a pair of indices and the decimal text of a
+// number as the number. Their texts are made for those who ask, and equal texts have one index all the same:
+// a text is taken apart at its commas before it is looked up.
+#ifndef ZV_ZVOMLIDS_H
+#define ZV_ZVOMLIDS_H
+
+#include <array>
+#include <bitset>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "utils/zvfetch.h"
+
+class ZVObject;
+class ZVOMLSyntaxObject;
+class ZVStringPool;
+
+// Remembers to which index a pair of numbers led: each pair has one place, which a later pair may take over,
+// and the places grow with the pairs. Pairs that follow one another lie side by side.
+class ZVIndexMemory {
+ public:
+  struct Place {
+    int32_t first = 0;
+    int32_t second = 0;
+    int32_t index = -1;
+    int32_t note = UNKNOWN;  // the caller's
+  };
+  static constexpr int32_t UNKNOWN = -2;
+
+  // The place of the pair, null if it is not remembered.
+  Place* find(int32_t first, int32_t second) {
+    if (places_.empty()) return nullptr;
+    Place& place = places_[placeOf(first, second)];
+    return place.index >= 0 && place.first == first && place.second == second ? &place : nullptr;
+  }
+  void remember(int32_t first, int32_t second, int32_t index);
+  void prefetch(int32_t first, int32_t second) const {
+    if (!places_.empty()) zvPrefetch(&places_[placeOf(first, second)]);
+  }
+
+ private:
+  size_t placeOf(int32_t first, int32_t second) const {
+    return (static_cast<uint32_t>(first) * 0x9e3779b1U + static_cast<uint32_t>(second)) &
+           (places_.size() - 1);
+  }
+
+  std::vector<Place> places_;  // a power of two, or none
+  size_t used_ = 0;
+};
+
+class ZVOMLIDTable {
+ public:
+  // What an address stands for, the nodes of both phases. Neither is owned.
+  struct Record {
+    ZVOMLSyntaxObject* syntaxObject = nullptr;
+    ZVObject* object = nullptr;
+  };
+
+  // The names among the ids go to the pool, whose pointers are the table's.
+  explicit ZVOMLIDTable(ZVStringPool& names) : names_(names) {}
+
+  // The index of a text, -1 if it has not been entered.
+  int32_t find(const char* text) const;
+  int32_t enter(const char* text);
+  // The index of the decimal text of a number.
+  int32_t enterNumber(int32_t number);
+  // The index of the address that an id, or an address, has in a scope.
+  int32_t enterAddress(int32_t scope, int32_t id);
+  // The same for one that is not likely to be asked for again.
+  int32_t enterNewAddress(int32_t scope, int32_t number);
+  // What enterAddress remembers, null if it does not; the note is the caller's.
+  ZVIndexMemory::Place* remembered(int32_t scope, int32_t id) { return memory_.find(scope, id); }
+  void prefetchAddress(int32_t scope, int32_t id) const { memory_.prefetch(scope, id); }
+
+  // "" for an index that was not given. The text holds as long as the table.
+  const char* text(int32_t index);
+  // Whether the text begins with a dollar sign.
+  bool isAbsolute(int32_t index) const;
+  // Whether the text holds a comma.
+  bool isAddress(int32_t index) const { return isEntry(index) && entries_[at(index)].scope < NAME; }
+  // The id at the end of an address, else the index itself.
+  int32_t lastItem(int32_t index) const { return isAddress(index) ? entries_[at(index)].id : index; }
+  // Those that are kept as numbers, and their number.
+  static bool isNumber(int32_t index) { return index >= NUMBERS; }
+  static int32_t numberOf(int32_t index) {
+    const int32_t code = index - NUMBERS;
+    return code % 2 ? -(code / 2) - 1 : code / 2;
+  }
+
+  // Null for one that has none, or an index that was not given.
+  Record* record(int32_t index) const {
+    const size_t block = at(index) / BLOCK;
+    return block < records_.size() && records_[block] ? &(*records_[block])[at(index) % BLOCK] : nullptr;
+  }
+  // Made if there is none; null without memory.
+  Record* makeRecord(int32_t index);
+
+ private:
+  // Indices from here on are numbers themselves, those next to 0 first.
+  static constexpr int32_t NUMBERS = 1 << 30;
+  static constexpr int32_t LARGEST_NUMBER = NUMBERS / 2 - 1;
+  static constexpr uint32_t NAME = NUMBERS * 2U - 1;  // in the place of a scope
+  static constexpr size_t GROUP = 8;  // neighbours among the ids of a scope that are neighbours in memory
+  static constexpr size_t BLOCK = 1024;
+  static constexpr size_t NUMBER_BLOCK = 4096;
+
+  // An address, or a name of the pool. Parts of a text have entries too, without having been entered.
+  struct Entry {
+    uint32_t scope : 31;
+    uint32_t entered : 1;
+    int32_t id;
+  };
+  // Open addressing with linear probing, at most half full; a free place has index 0, which is a name's.
+  struct Place {
+    uint32_t check = 0;
+    int32_t index = 0;
+  };
+
+  static size_t at(int32_t index) { return static_cast<size_t>(index); }
+  bool isEntry(int32_t index) const { return index >= 0 && at(index) < entries_.size(); }
+  static bool hasIndex(int32_t number) { return number >= -LARGEST_NUMBER && number <= LARGEST_NUMBER; }
+  static int32_t indexOf(int32_t number) { return NUMBERS + (number < 0 ? -2 * number - 1 : 2 * number); }
+
+  // An item is what stands between commas.
+  static bool isOwnNumber(std::string_view item, int32_t& number);
+  int32_t findItem(std::string_view item) const;
+  int32_t makeItem(std::string_view item);
+  std::string itemText(int32_t index) const;
+  int32_t findPair(int32_t scope, int32_t id) const;
+  int32_t makePair(int32_t scope, int32_t id);
+  int32_t addEntry(uint32_t scope, int32_t id);
+  bool isEntered(int32_t index) const;
+  int32_t markEntered(int32_t index);
+  // The items of an address, the last one first.
+  std::vector<int32_t> itemsOf(int32_t index) const;
+  static uint32_t checkOf(int32_t scope, int32_t id) {
+    return static_cast<uint32_t>(scope) * 0x9e3779b1U + static_cast<uint32_t>(id);
+  }
+  // The place of the pair, or the free one where it belongs.
+  size_t placeOf(int32_t scope, int32_t id) const;
+  void enlarge();
+
+  ZVStringPool& names_;
+  std::vector<Entry> entries_;
+  std::vector<Place> places_;  // of the addresses; a power of two, or none
+  size_t addresses_ = 0;
+  std::vector<std::unique_ptr<std::bitset<NUMBER_BLOCK>>> numbers_;  // those that are entered
+  ZVIndexMemory memory_;
+  std::vector<std::unique_ptr<std::array<Record, BLOCK>>> records_;
+  std::unordered_map<int32_t, std::string> texts_;  // of addresses and numbers
+};
+
+#endif
