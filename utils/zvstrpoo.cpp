@@ -125,7 +125,7 @@ void ZVStringPool::ZVStringPooldeepCopy(const ZVStringPool& other) {
   decodeTableSize_ = other.decodeTableSize_;
   makeTables(other.pointerTable() != nullptr);
   for (int32_t index = 0; index < other.decodeTableMax_; ++index) update(other.decode(index));
-  if (other.pointerTable()) std::copy_n(other.pointerTable(), decodeTableSize_, pointerTable());
+  if (other.pointerTable()) std::copy_n(other.pointerTable(), decodeTableMax_, pointerTable());
 }
 
 void ZVStringPool::ZVStringPoolattributeCopy(const ZVStringPool& other) {
@@ -187,6 +187,7 @@ int32_t ZVStringPool::update(const char* text) {
   std::memcpy(copy, text, size);
   if (!caseSensitive_) std::transform(copy, copy + size, copy, zvascii::toUpper);
   decodeTable()[decodeTableMax_] = copy;
+  if (pointerTable_) pointerTable()[decodeTableMax_] = nullptr;
   return decodeTableMax_++;
 }
 
@@ -235,8 +236,9 @@ void ZVStringPool::empty() {
 
 void ZVStringPool::makeTables(bool withPointers) {
   hashTable_ = std::make_unique<ZVStringPoolHash*[]>(static_cast<size_t>(hashTableSize_));
-  decodeTable_ = std::make_unique<char*[]>(static_cast<size_t>(decodeTableSize_));
-  if (withPointers) pointerTable_ = std::make_unique<void*[]>(static_cast<size_t>(decodeTableSize_));
+  const auto size = static_cast<size_t>(decodeTableSize_);
+  decodeTable_ = std::make_unique_for_overwrite<char*[]>(size);
+  if (withPointers) pointerTable_ = std::make_unique_for_overwrite<void*[]>(size);
 }
 
 // Horner's rule with the remainder at each step, the truncating one, so the running value may take either
@@ -276,8 +278,9 @@ bool ZVStringPool::equal(const char* text, const char* own) const {
 void ZVStringPool::increaseDecodeTable(int32_t newSize) {
   if (newSize <= decodeTableSize_) return;
   auto enlarge = [&](auto& table) {
-    auto larger = std::make_unique<typename std::remove_reference_t<decltype(table)>::element_type[]>(
-        static_cast<size_t>(newSize));
+    auto larger =
+        std::make_unique_for_overwrite<typename std::remove_reference_t<decltype(table)>::element_type[]>(
+            static_cast<size_t>(newSize));
     std::copy_n(table.get(), decodeTableMax_, larger.get());
     table = std::move(larger);
   };

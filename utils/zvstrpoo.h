@@ -56,7 +56,7 @@ class ZV_EXPORT ZVStringPool : public ZVObject {
 
   // Releases everything; the pool has no buckets afterwards.
   void empty();
-  // New tables of the present sizes, all null.
+  // New tables of the present sizes without a string.
   void makeTables(bool withPointers);
   // The bucket of text. The same for either kind of pool: strings that differ by case share a bucket.
   int32_t hash(const char* text) const;
