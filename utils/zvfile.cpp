@@ -53,10 +53,9 @@ bool writesText(ZVFileModeEnum mode) {
 
 constexpr int WORD = sizeof(uint64_t);
 
-// How many bytes in front of the first that is CR or below are in the word at bytes; WORD if there is none.
-// Such a byte wraps around in the subtraction and had its top bit clear before; only bytes behind it can be
-// taken for one by the borrow.
-int bytesAboveCR(const char* bytes) {
+// How many bytes are in front of the first LF, CR or NUL of the word at bytes; WORD if there is none. The
+// borrow of a byte that is found may only mark bytes behind it.
+int bytesInLine(const char* bytes) {
   constexpr uint64_t EACH = 0x0101010101010101U;
   uint64_t word = 0;
   if constexpr (std::endian::native == std::endian::little) {
@@ -64,20 +63,19 @@ int bytesAboveCR(const char* bytes) {
   } else {
     for (int i = WORD; i-- > 0;) word = word << 8 | static_cast<unsigned char>(bytes[i]);
   }
-  return std::countr_zero((word - EACH * ('\r' + 1)) & ~word & EACH * 0x80) / 8;
+  const auto zeros = [](uint64_t value) { return (value - EACH) & ~value; };
+  return std::countr_zero((zeros(word) | zeros(word ^ EACH * '\n') | zeros(word ^ EACH * '\r')) &
+                          EACH * 0x80) /
+         8;
 }
 
 // The first LF, CR or NUL of first..last, or last.
 const char* findLineEnd(const char* first, const char* last) {
-  auto endsLine = [](char c) { return c == '\n' || c == '\r' || c == '\0'; };
-  while (last - first >= WORD) {
-    int above = bytesAboveCR(first);
-    first += above;
-    if (above == WORD) continue;
-    if (endsLine(*first)) return first;
-    ++first;
+  for (; last - first >= WORD; first += WORD) {
+    const int count = bytesInLine(first);
+    if (count < WORD) return first + count;
   }
-  return std::find_if(first, last, endsLine);
+  return std::find_if(first, last, [](char c) { return c == '\n' || c == '\r' || c == '\0'; });
 }
 
 int openForAppending(const char* name) {
@@ -305,18 +303,18 @@ ZVFileCodeEnum ZVFile::readBufferedString(ZVStringHandle& text) {
     auto count = static_cast<int>(last - first);
     if (length > LONGEST_LINE - run) return ZV_FILE_READ_ERROR;
     length += count;
-    text.append(first, count);
+    const bool ended = count < run && *last != '\0';
+    text.append(first, count, ended ? "\n" : "");
     takeBuffered(count);
     if (count == run) continue;
 
     char c = *pTopBuffer_;
     takeBuffered(1);
-    if (c == '\0') {
+    if (!ended) {
       endOfFile(1);
       return length > 0 ? ZV_FILE_OK : ZV_FILE_READ_ERROR;
     }
     if (lookAheadBufferedChar() == (c == '\n' ? '\r' : '\n')) nextBufferedChar();
-    text.appendChar('\n');
     return ZV_FILE_OK;
   }
   return length > 0 && endOfFile() ? ZV_FILE_OK : ZV_FILE_READ_ERROR;

@@ -183,18 +183,14 @@ int32_t ZVOMLIDTable::addEntry(uint32_t scope, int32_t id) {
 
 bool ZVOMLIDTable::isEntered(int32_t index) const {
   if (!isNumber(index)) return isEntry(index) && entries_[at(index)].entered;
-  const size_t code = at(index - NUMBERS);
-  const size_t block = code / NUMBER_BLOCK;
-  return block < numbers_.size() && numbers_[block] && numbers_[block]->test(code % NUMBER_BLOCK);
+  const int32_t number = numberOf(index);
+  return number >= 0 ? numbers_.holds(number) : negativeNumbers_.holds(-1 - number);
 }
 
 int32_t ZVOMLIDTable::markEntered(int32_t index) {
   if (isNumber(index)) {
-    const size_t code = at(index - NUMBERS);
-    const size_t block = code / NUMBER_BLOCK;
-    if (block >= numbers_.size()) numbers_.resize(block + 1);
-    if (!numbers_[block]) numbers_[block] = std::make_unique<std::bitset<NUMBER_BLOCK>>();
-    numbers_[block]->set(code % NUMBER_BLOCK);
+    const int32_t number = numberOf(index);
+    number >= 0 ? numbers_.add(number) : negativeNumbers_.add(-1 - number);
   } else if (isEntry(index)) {
     entries_[at(index)].entered = 1;
   }

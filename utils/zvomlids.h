@@ -56,6 +56,30 @@ class ZVIndexMemory {
   size_t used_ = 0;
 };
 
+// A set of numbers from 0 on, most of them next to one another.
+class ZVNumberSet {
+ public:
+  bool holds(int32_t number) const {
+    const size_t block = blockOf(number);
+    return block < blocks_.size() && blocks_[block] && blocks_[block]->test(placeIn(number));
+  }
+  void add(int32_t number) {
+    const size_t block = blockOf(number);
+    if (block >= blocks_.size()) blocks_.resize(block + 1);
+    if (!blocks_[block]) blocks_[block] = std::make_unique<Block>();
+    blocks_[block]->set(placeIn(number));
+  }
+
+ private:
+  static constexpr size_t BLOCK_SIZE = 4096;
+  using Block = std::bitset<BLOCK_SIZE>;
+
+  static size_t blockOf(int32_t number) { return static_cast<size_t>(number) / BLOCK_SIZE; }
+  static size_t placeIn(int32_t number) { return static_cast<size_t>(number) % BLOCK_SIZE; }
+
+  std::vector<std::unique_ptr<Block>> blocks_;
+};
+
 class ZVOMLIDTable {
  public:
   // What an address stands for, the nodes of both phases. Neither is owned.
@@ -91,8 +115,7 @@ class ZVOMLIDTable {
   // Those that are kept as numbers, and their number.
   static bool isNumber(int32_t index) { return index >= NUMBERS; }
   static int32_t numberOf(int32_t index) {
-    const int32_t code = index - NUMBERS;
-    return code % 2 ? -(code / 2) - 1 : code / 2;
+    return index < NEGATIVE_NUMBERS ? index - NUMBERS : NEGATIVE_NUMBERS - 1 - index;
   }
 
   // Null for one that has none, or an index that was not given.
@@ -104,13 +127,13 @@ class ZVOMLIDTable {
   Record* makeRecord(int32_t index);
 
  private:
-  // Indices from here on are numbers themselves, those next to 0 first.
+  // Indices from here on are numbers themselves, those below 0 last.
   static constexpr int32_t NUMBERS = 1 << 30;
+  static constexpr int32_t NEGATIVE_NUMBERS = NUMBERS + NUMBERS / 2;
   static constexpr int32_t LARGEST_NUMBER = NUMBERS / 2 - 1;
   static constexpr uint32_t NAME = NUMBERS * 2U - 1;  // in the place of a scope
   static constexpr size_t GROUP = 8;  // neighbours among the ids of a scope that are neighbours in memory
   static constexpr size_t BLOCK = 1024;
-  static constexpr size_t NUMBER_BLOCK = 4096;
 
   // An address, or a name of the pool. Parts of a text have entries too, without having been entered.
   struct Entry {
@@ -127,7 +150,9 @@ class ZVOMLIDTable {
   static size_t at(int32_t index) { return static_cast<size_t>(index); }
   bool isEntry(int32_t index) const { return index >= 0 && at(index) < entries_.size(); }
   static bool hasIndex(int32_t number) { return number >= -LARGEST_NUMBER && number <= LARGEST_NUMBER; }
-  static int32_t indexOf(int32_t number) { return NUMBERS + (number < 0 ? -2 * number - 1 : 2 * number); }
+  static int32_t indexOf(int32_t number) {
+    return number >= 0 ? NUMBERS + number : NEGATIVE_NUMBERS - 1 - number;
+  }
 
   // An item is what stands between commas.
   static bool isOwnNumber(std::string_view item, int32_t& number);
@@ -152,7 +177,8 @@ class ZVOMLIDTable {
   std::vector<Entry> entries_;
   std::vector<Place> places_;  // of the addresses; a power of two, or none
   size_t addresses_ = 0;
-  std::vector<std::unique_ptr<std::bitset<NUMBER_BLOCK>>> numbers_;  // those that are entered
+  ZVNumberSet numbers_;          // those that are entered
+  ZVNumberSet negativeNumbers_;  // the same below 0, each less the first one
   ZVIndexMemory memory_;
   std::vector<std::unique_ptr<std::array<Record, BLOCK>>> records_;
   std::unordered_map<int32_t, std::string> texts_;  // of addresses and numbers

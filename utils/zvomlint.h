@@ -236,7 +236,9 @@ inline bool ZVOMLFile::inputEnded(char c) const {
 // What an identifier was classified as. The tag of a bad token stands for the name of a declared field.
 struct ZVOMLFile::KnownName {
   bool is(const char* name, size_t length) const {
-    return std::memcmp(text, name, length) == 0 && text[length] == '\0';
+    size_t same = 0;
+    while (same < length && text[same] == name[same]) ++same;
+    return same == length && text[same] == '\0';
   }
 
   char text[24];

@@ -40,12 +40,20 @@ class ZV_EXPORT ZVOMLSyntaxFieldIter : public ZVObject {
  public:
   ZVOMLSyntaxFieldIter(const ZVOMLSyntaxObject* object = nullptr) { init(object); }
 
-  ZVOMLSyntaxField* pField() const { return getFromSyntaxFieldIterEncapsulation(pEncapsulation()); }
-  operator int() const { return checkListEndSyntaxFieldIterEncapsulation(pEncapsulation()); }
+  ZVOMLSyntaxField* pField() const { return state_.current ? state_.current->pField : nullptr; }
+  operator int() const { return state_.current != nullptr; }
 
   void init(const ZVOMLSyntaxObject* object) { initSyntaxFieldIterEncapsulation(&state_, object); }
-  void operator++() { incrementSyntaxFieldIterEncapsulation(&state_); }
-  void operator++(int) { incrementSyntaxFieldIterEncapsulation(&state_); }
+  void operator++() {
+    // The next field is nearly always one with a definition.
+    ZVOMLSyntaxFieldList* next = state_.current && !state_.section ? state_.current->pNext : nullptr;
+    if (next && next->pField->pDefField()) {
+      state_.current = next;
+    } else {
+      incrementSyntaxFieldIterEncapsulation(&state_);
+    }
+  }
+  void operator++(int) { ++*this; }
 
   ZV_SHAPE_NO_COPY(ZVOMLSyntaxFieldIter)
   const ZVOMLSyntaxFieldIterEncapsulation* pEncapsulation() const { return &state_; }

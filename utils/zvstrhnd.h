@@ -51,8 +51,9 @@ class ZV_EXPORT ZVStringHandle : public ZVObject {
 
   int32_t measuredLength() const;
   void growBy(int32_t count);
-  // REQUIRES: no NUL is among the characters; if they lie in this handle, there is room for them already.
-  void append(const char* characters, int32_t count);
+  // Appends the characters, and one more or none as end has it. REQUIRES: no NUL is among the characters; if
+  // they lie in this handle, there is room for them already.
+  void append(const char* characters, int32_t count, const char* end = "");
 
   // The text for changes of any kind.
   char* pChangeableString();
