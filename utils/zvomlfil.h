@@ -365,15 +365,19 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   int32_t checkSimpleScope(ZVOMLToken* token);
 
   // ---- The parser's short way
-  // What stood at a place: nothing plain, a plain attribute, or the bracket that ends the list.
-  enum class Plain { NONE, ATTRIBUTE, END };
-  Plain takePlain(ZVOMLSyntaxObject* object, int32_t section, uint32_t path, int bracketed);
-  Plain takePlainText(ZVOMLSyntaxObject* object, int32_t section, uint32_t path, int bracketed);
+  // What stands behind plain attributes: something else, what has to be looked at anew, or the bracket that
+  // ends the list.
+  enum class Plain { NONE, AGAIN, END };
+  int takePlainAttributes(ZVOMLSyntaxObject* object, int32_t section, uint32_t path, int bracketed,
+                          int& number);
+  Plain takePlainText(ZVOMLSyntaxObject* object, int32_t section, uint32_t path, int bracketed, int& number);
+  bool skipPlainSeparator();
   bool takePlainTextObject(ZVOMLSyntaxObject* parent, int32_t section, uint32_t path, int32_t type,
                            const char* text);
   bool takePlainTextField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path,
                           ZVOMLDefField* definition, const char* text);
-  Plain takePlainBinary(ZVOMLSyntaxObject* object, int32_t section, uint32_t path, int bracketed);
+  Plain takePlainBinary(ZVOMLSyntaxObject* object, int32_t section, uint32_t path, int bracketed,
+                        int& number);
   bool takePlainBinaryObject(ZVOMLSyntaxObject* parent, int32_t section, uint32_t path, int32_t type);
   bool takePlainBinaryField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path,
                             ZVOMLDefField* definition);

@@ -31,7 +31,8 @@ enum CharClass : uint8_t {
   HEX_DIGIT = 8,
   SIGN = 16,
   SCOPE_SEPARATOR = 32,
-  INTEGER_BREAK = 64
+  INTEGER_BREAK = 64,
+  WHITE_SPACE = 128
 };
 constexpr int IDENTIFIER = LETTER | DIGIT | UNDERSCORE;
 
@@ -43,6 +44,7 @@ inline constexpr std::array<uint8_t, 256> CHAR_CLASSES = [] {
   classes['_'] = UNDERSCORE;
   classes['+'] = classes['-'] = SIGN;
   classes[','] = classes['|'] = SCOPE_SEPARATOR;
+  classes[' '] = classes['\t'] = classes['\n'] = WHITE_SPACE;
   // What makes something else of the digits before it.
   for (char c : {',', '|', '.', 'e', 'E', 'x'}) classes[static_cast<unsigned char>(c)] |= INTEGER_BREAK;
   return classes;
@@ -235,21 +237,25 @@ inline bool ZVOMLFile::inputEnded(char c) const {
 
 // What an identifier was classified as. The tag of a bad token stands for the name of a declared field.
 struct ZVOMLFile::KnownName {
-  bool is(const char* name, size_t length) const {
+  // Whether the identifier that begins there is this one.
+  bool standsAt(const char* place) const {
     size_t same = 0;
-    while (same < length && text[same] == name[same]) ++same;
-    return same == length && text[same] == '\0';
+    while (same < length && text[same] == place[same]) ++same;
+    return same == length && same > 0 && !zvomlchar::is(place[same], zvomlchar::IDENTIFIER);
   }
 
   char text[24];
+  size_t length;
   ZVOMLTokenTagEnum tag;
   int32_t index;
+  KnownName* next;  // a place that is likely to hold the name behind this one, or null
 };
 
 // What the token reader keeps between tokens for speed alone.
 struct ZVOMLFile::TokenScratch {
   // Each identifier in the place that its text leads to. Forgotten when a name is declared.
   std::array<KnownName, 256> names{};
+  KnownName* last = names.data();  // where the last one was found
 
   static uint32_t nextKey(uint32_t key, char c) { return key * 31 + static_cast<unsigned char>(c); }
 

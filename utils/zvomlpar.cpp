@@ -125,9 +125,7 @@ void ZVOMLFile::parse(const char* path) {
 void ZVOMLFile::parseAttributeList(int32_t file, const ZVOMLToken* prefix, int32_t section, uint32_t path,
                                    ZVOMLSyntaxObject* object, int bracketed) {
   for (int number = 1;; ++number) {
-    const Plain plain = prefix ? Plain::NONE : takePlain(object, section, path, bracketed);
-    if (plain == Plain::ATTRIBUTE) continue;
-    if (plain == Plain::END) break;
+    if (!prefix && takePlainAttributes(object, section, path, bracketed, number)) break;
     TokenPtr token = nextToken();
     if (!token || (bracketed && token->tag() == ZV_OML_RIGHT_BRACKET)) break;
     parseAttribute(file, prefix, section, path, object, token, number);

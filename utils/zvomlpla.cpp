@@ -94,14 +94,18 @@ ZVOMLDefField* definitionOf(const ZVOMLSyntaxObject* object, uint32_t path, int3
 
 }  // namespace
 
-// Reads at the place where an attribute begins. What is not plain is left, but for white space.
-ZVOMLFile::Plain ZVOMLFile::takePlain(ZVOMLSyntaxObject* object, int32_t section, uint32_t path,
-                                      int bracketed) {
-  if (!shortWay_ || lookAhead_ || ignoreField_ || bracketSkipLevel_ >= 0 || inUncheckedSection_)
-    return Plain::NONE;
-  if (numberOfErrors() > 0 || auxCLIBuffer_ || !openFiles_ || !object->pDefObjType()) return Plain::NONE;
-  return saveMode_ == ZV_FILE_READ_BINARY ? takePlainBinary(object, section, path, bracketed)
-                                          : takePlainText(object, section, path, bracketed);
+// Takes plain attributes from the place where one begins, and counts them. What is not plain is left, but for
+// white space. Gives 1 at the end of the list.
+int ZVOMLFile::takePlainAttributes(ZVOMLSyntaxObject* object, int32_t section, uint32_t path, int bracketed,
+                                   int& number) {
+  Plain plain = Plain::AGAIN;
+  while (plain == Plain::AGAIN) {
+    if (!shortWay_ || lookAhead_ || ignoreField_ || bracketSkipLevel_ >= 0 || inUncheckedSection_) return 0;
+    if (numberOfErrors() > 0 || auxCLIBuffer_ || !openFiles_ || !object->pDefObjType()) return 0;
+    plain = saveMode_ == ZV_FILE_READ_BINARY ? takePlainBinary(object, section, path, bracketed, number)
+                                             : takePlainText(object, section, path, bracketed, number);
+  }
+  return plain == Plain::END;
 }
 
 // A separator behind an attribute. The look-ahead token is made only where it cannot be told without.
@@ -123,7 +127,7 @@ char ZVOMLFile::skipBlankLines() {
   for (;;) {
     if (const char* text = openFiles_->read) {
       const char* end = text;
-      while (isBlank(*end) || *end == '\n') ++end;
+      while (is(*end, WHITE_SPACE)) ++end;
       takeCharacters(static_cast<size_t>(end - text));
       if (*end) return *end;
     }
@@ -134,24 +138,42 @@ char ZVOMLFile::skipBlankLines() {
 }
 
 ZVOMLFile::Plain ZVOMLFile::takePlainText(ZVOMLSyntaxObject* object, int32_t section, uint32_t path,
-                                          int bracketed) {
-  const char first = skipBlankLines();
-  if (!first || !scratch_) return Plain::NONE;
-  if (bracketed && closesTop(first)) {
-    takeCharacters(1);
-    return takePlainEnd(first);
+                                          int bracketed, int& number) {
+  if (!scratch_) return Plain::NONE;
+  for (;; ++number) {
+    const char first = skipBlankLines();
+    if (!first) return Plain::NONE;
+    if (bracketed && closesTop(first)) {
+      takeCharacters(1);
+      return takePlainEnd(first);
+    }
+    const char* text = openFiles_->read;
+    const KnownName* name = findName(text);
+    if (!name || is(*text, SCOPE_SEPARATOR)) return Plain::NONE;
+    if (name->tag == ZV_OML_OBJTYPE_ID) {
+      if (!takePlainTextObject(object, section, path, name->index, text)) return Plain::NONE;
+      ++number;
+      return Plain::AGAIN;
+    }
+    ZVOMLDefField* definition =
+        name->tag == ZV_OML_FIELD_ID ? definitionOf(object, path, name->index) : nullptr;
+    if (!definition || !takePlainTextField(object, section, path, definition, text)) return Plain::NONE;
+    if (!skipPlainSeparator()) {
+      ++number;
+      return Plain::AGAIN;
+    }
   }
-  const char* text = openFiles_->read;
-  const KnownName* name = findName(text);
-  if (!name || is(*text, SCOPE_SEPARATOR)) return Plain::NONE;
-  bool taken = false;
-  if (name->tag == ZV_OML_FIELD_ID) {
-    ZVOMLDefField* definition = definitionOf(object, path, name->index);
-    taken = definition && takePlainTextField(object, section, path, definition, text);
-  } else if (name->tag == ZV_OML_OBJTYPE_ID) {
-    taken = takePlainTextObject(object, section, path, name->index, text);
+}
+
+// As skipSeparator, behind a field of the text form. Gives false where that took more than a look.
+bool ZVOMLFile::skipPlainSeparator() {
+  if (openFiles_) {
+    const char c = skipBlankLines();
+    if (c == ';') takeCharacters(1);
+    if (c != '/' && c != '#' && c != '\0') return true;
   }
-  return taken ? Plain::ATTRIBUTE : Plain::NONE;
+  skipSeparator();
+  return false;
 }
 
 // The place of the reader once it has taken what is before text.
@@ -242,25 +264,32 @@ bool ZVOMLFile::takePlainTextField(ZVOMLSyntaxObject* object, int32_t section, u
 }
 
 ZVOMLFile::Plain ZVOMLFile::takePlainBinary(ZVOMLSyntaxObject* object, int32_t section, uint32_t path,
-                                            int bracketed) {
+                                            int bracketed, int& number) {
   const ZVOpenFileList& top = *openFiles_;
-  if (top.binaryLeft == 0) return Plain::NONE;
-  const char first = *top.binaryRead;
-  if (bracketed && closesTop(first)) {
-    skipBinaryBytes(1);
-    return takePlainEnd(first);
+  for (;; ++number) {
+    if (top.binaryLeft == 0) return Plain::NONE;
+    const char first = *top.binaryRead;
+    if (bracketed && closesTop(first)) {
+      skipBinaryBytes(1);
+      return takePlainEnd(first);
+    }
+    // The tag and index of a name, and one or two bytes at least behind it.
+    if (top.binaryLeft < 4) return Plain::NONE;
+    const int32_t index = static_cast<unsigned char>(top.binaryRead[1]);
+    if (first == 'o') {
+      if (!takePlainBinaryObject(object, section, path, index)) return Plain::NONE;
+      ++number;
+      return Plain::AGAIN;
+    }
+    ZVOMLDefField* definition = first == 'f' ? definitionOf(object, path, index) : nullptr;
+    if (!definition || !takePlainBinaryField(object, section, path, definition)) return Plain::NONE;
+    if (!openFiles_ || top.binaryLeft == 0) {
+      skipSeparator();
+      ++number;
+      return Plain::AGAIN;
+    }
+    if (*top.binaryRead == ';') skipBinaryBytes(1);
   }
-  // The tag and index of a name, and one or two bytes at least behind it.
-  if (top.binaryLeft < 4) return Plain::NONE;
-  const int32_t index = static_cast<unsigned char>(top.binaryRead[1]);
-  bool taken = false;
-  if (first == 'f') {
-    ZVOMLDefField* definition = definitionOf(object, path, index);
-    taken = definition && takePlainBinaryField(object, section, path, definition);
-  } else if (first == 'o') {
-    taken = takePlainBinaryObject(object, section, path, index);
-  }
-  return taken ? Plain::ATTRIBUTE : Plain::NONE;
 }
 
 // Only with a body, as nearly all have.
@@ -335,17 +364,22 @@ bool ZVOMLFile::takePlainBinaryField(ZVOMLSyntaxObject* object, int32_t section,
 }
 
 // What the identifier at text was classified as, and text moved behind it; null if that is not remembered.
+// Names tend to follow one another in the same order, so the one that came next the last time is tried first.
 const ZVOMLFile::KnownName* ZVOMLFile::findName(const char*& text) const {
-  const char* const first = text;
-  const char* last = first;
-  uint32_t key = 0;
-  for (; is(*last, IDENTIFIER); ++last) key = TokenScratch::nextKey(key, *last);
-  const auto length = static_cast<size_t>(last - first);
-  if (length == 0 || is(*first, DIGIT)) return nullptr;
-  const KnownName* name = scratch_->placeOf(key, length);
-  if (!name || !name->is(first, length)) return nullptr;
-  text = last;
-  return name;
+  KnownName*& following = scratch_->last->next;
+  if (!following || !following->standsAt(text)) {
+    const char* last = text;
+    uint32_t key = 0;
+    for (; is(*last, IDENTIFIER); ++last) key = TokenScratch::nextKey(key, *last);
+    const auto length = static_cast<size_t>(last - text);
+    if (length == 0 || is(*text, DIGIT)) return nullptr;
+    KnownName* name = scratch_->placeOf(key, length);
+    if (!name || !name->standsAt(text)) return nullptr;
+    following = name;
+  }
+  scratch_->last = following;
+  text += following->length;
+  return scratch_->last;
 }
 
 // The line of a token of a binary file that ends behind that many bytes.
@@ -353,7 +387,7 @@ int32_t ZVOMLFile::lineBehind(uint32_t bytes) const {
   return static_cast<int32_t>(static_cast<uint32_t>(openFiles_->line) + bytes);
 }
 
-// Adds the field, whose value is of its kind, and goes on behind a separator.
+// Adds the field, whose value is of its kind.
 void ZVOMLFile::addPlainField(ZVOMLSyntaxObject* object, int32_t section, uint32_t path,
                               ZVOMLDefField* definition, int32_t line, int position, ZVOMLToken& value) {
   tokenFile_ = fileNameIndex();
@@ -362,5 +396,4 @@ void ZVOMLFile::addPlainField(ZVOMLSyntaxObject* object, int32_t section, uint32
   }
   const ZVOMLSyntaxStruct place(this, line, position, tokenFile_);
   addNewField(object, place, definition->fieldIDIndex(), section, path, &value, definition, 0);
-  skipSeparator();
 }

@@ -1,9 +1,4 @@
 #include "utils/zvomlsyn.h"
-
-#include <algorithm>
-#include <limits>
-#include <utility>
-
 #include "utils/zvomlfil.h"
 #include "utils/zvomlsfi.h"
 
@@ -45,16 +40,9 @@ void appendChain(Cell*& list, Cell*& end, Cell* first, Cell* last) {
   end = last;
 }
 
-int16_t column(int position) {
-  return static_cast<int16_t>(std::min<int>(position, std::numeric_limits<int16_t>::max()));
-}
-
 }  // namespace
 
 // ---- Node and chains
-
-ZVOMLSyntaxStruct::ZVOMLSyntaxStruct(ZVOMLFile* file, int32_t line, int position, int32_t fileNameIndex)
-    : file_(file), fileNameIndex_(fileNameIndex), line_(line), position_(column(position)) {}
 
 ZV_DEFINE_MIRROR(ZVOMLSyntaxStruct)
 
@@ -71,16 +59,6 @@ ZVOMLSyntaxFieldList::~ZVOMLSyntaxFieldList() {
 ZVOMLSyntaxDefaultList::~ZVOMLSyntaxDefaultList() { deleteChain(pNext); }
 
 // ---- Object
-
-ZVOMLSyntaxObject::ZVOMLSyntaxObject(ZVOMLFile* file, int32_t line, int position, int32_t fileNameIndex,
-                                     int32_t objTypeIDIndex, int32_t objectIDIndex, int32_t sectionIDIndex,
-                                     uint32_t sectionPathIndex, ZVOMLDefObjType* definition)
-    : ZVOMLSyntaxStruct(file, line, position, fileNameIndex),
-      objTypeIDIndex_(objTypeIDIndex),
-      objectIDIndex_(objectIDIndex),
-      sectionIDIndex_(sectionIDIndex),
-      sectionPathIndex_(sectionPathIndex),
-      definition_(definition) {}
 
 ZVOMLSyntaxObject::~ZVOMLSyntaxObject() {
   deleteChain(objectList_);
@@ -202,19 +180,6 @@ ZVOMLSyntaxField::ZVOMLSyntaxField(ZVOMLFile* file, int32_t line, int position, 
       sectionPathIndex_(sectionPathIndex),
       value_(value),
       definition_(definition) {}
-
-ZVOMLSyntaxField::ZVOMLSyntaxField(const ZVOMLSyntaxStruct& place, int32_t fieldIDIndex,
-                                   int32_t sectionIDIndex, uint32_t sectionPathIndex, ZVOMLToken* value,
-                                   ZVOMLDefField* definition, int unchecked)
-    : ZVOMLSyntaxStruct(place),
-      inArena_(true),
-      inUncheckedSection_(unchecked != 0),
-      fieldIDIndex_(fieldIDIndex),
-      sectionIDIndex_(sectionIDIndex),
-      sectionPathIndex_(sectionPathIndex),
-      value_(value ? &ownValue_ : nullptr),
-      definition_(definition),
-      ownValue_(value ? std::move(*value) : ZVOMLToken()) {}
 
 ZVOMLSyntaxField::~ZVOMLSyntaxField() {
   if (value_ != &ownValue_) delete value_;

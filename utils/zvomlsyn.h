@@ -7,6 +7,10 @@
 #ifndef ZV_ZVOMLSYN_H
 #define ZV_ZVOMLSYN_H
 
+#include <algorithm>
+#include <limits>
+#include <utility>
+
 #include "utils/zvobject.h"
 #include "utils/zvomltkn.h"
 
@@ -31,7 +35,11 @@ enum ZVOMLFieldTypeEnum : int32_t {
 // What every node has: its file and its place in it.
 class ZV_EXPORT ZVOMLSyntaxStruct : public ZVObject {
  public:
-  ZVOMLSyntaxStruct(ZVOMLFile* file, int32_t line, int position, int32_t fileNameIndex);
+  ZVOMLSyntaxStruct(ZVOMLFile* file, int32_t line, int position, int32_t fileNameIndex)
+      : file_(file),
+        fileNameIndex_(fileNameIndex),
+        line_(line),
+        position_(static_cast<int16_t>(std::min<int>(position, std::numeric_limits<int16_t>::max()))) {}
   // Memberwise.
   ZVOMLSyntaxStruct(const ZVOMLSyntaxStruct& other) = default;
   ZVOMLSyntaxStruct& operator=(const ZVOMLSyntaxStruct& other) = default;
@@ -89,7 +97,13 @@ class ZV_EXPORT ZVOMLSyntaxObject : public ZVOMLSyntaxStruct {
   // A node without lists.
   ZVOMLSyntaxObject(ZVOMLFile* file, int32_t line, int position, int32_t fileNameIndex,
                     int32_t objTypeIDIndex, int32_t objectIDIndex, int32_t sectionIDIndex,
-                    uint32_t sectionPathIndex, ZVOMLDefObjType* definition);
+                    uint32_t sectionPathIndex, ZVOMLDefObjType* definition)
+      : ZVOMLSyntaxStruct(file, line, position, fileNameIndex),
+        objTypeIDIndex_(objTypeIDIndex),
+        objectIDIndex_(objectIDIndex),
+        sectionIDIndex_(sectionIDIndex),
+        sectionPathIndex_(sectionPathIndex),
+        definition_(definition) {}
   ~ZVOMLSyntaxObject() override;
 
   // Index in the object type pool.
@@ -225,7 +239,16 @@ class ZV_EXPORT ZVOMLSyntaxField : public ZVOMLSyntaxStruct {
 
   // A field in the file's memory, which takes over the content of a token.
   ZVOMLSyntaxField(const ZVOMLSyntaxStruct& place, int32_t fieldIDIndex, int32_t sectionIDIndex,
-                   uint32_t sectionPathIndex, ZVOMLToken* value, ZVOMLDefField* definition, int unchecked);
+                   uint32_t sectionPathIndex, ZVOMLToken* value, ZVOMLDefField* definition, int unchecked)
+      : ZVOMLSyntaxStruct(place),
+        inArena_(true),
+        inUncheckedSection_(unchecked != 0),
+        fieldIDIndex_(fieldIDIndex),
+        sectionIDIndex_(sectionIDIndex),
+        sectionPathIndex_(sectionPathIndex),
+        value_(value ? &ownValue_ : nullptr),
+        definition_(definition),
+        ownValue_(value ? std::move(*value) : ZVOMLToken()) {}
   // As delete, for a node that may lie in the file's memory.
   static void drop(ZVOMLSyntaxField* field);
 

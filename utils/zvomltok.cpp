@@ -434,13 +434,12 @@ ZVOMLToken* ZVOMLFile::readTextIdentifier(char c) {
   uint32_t key = 0;
   for (size_t i = 0; i < size; ++i) key = TokenScratch::nextKey(key, name[i]);
   KnownName* const place = scratch_->placeOf(key, size);
-  if (place && place->is(name, size)) return newNameToken(place->tag, place->index);
+  if (place && place->standsAt(name)) return newNameToken(place->tag, place->index);
   int32_t index = -1;
   const ZVOMLTokenTagEnum tag = classify(name, index);
   if (place) {
-    std::memcpy(place->text, name, size + 1);
-    place->tag = tag;
-    place->index = index;
+    *place = {{}, size, tag, index, nullptr};
+    std::memcpy(place->text, name, size);
   }
   return newNameToken(tag, index);
 }
