@@ -6,6 +6,9 @@
 #include <cstdio>
 #include <cstring>
 #include <limits>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 #include "utils/zvarchiv.h"
 #include "utils/zvstrhnd.h"
@@ -51,31 +54,42 @@ bool writesText(ZVFileModeEnum mode) {
   return marksEnd(mode) || mode == ZV_FILE_READ_WRITE || mode == ZV_FILE_APPEND;
 }
 
-constexpr int WORD = sizeof(uint64_t);
+bool endsLine(char c) { return c == '\n' || c == '\r' || c == '\0'; }
 
-// How many bytes are in front of the first LF, CR or NUL of the word at bytes; WORD if there is none. The
-// borrow of a byte that is found may only mark bytes behind it.
-int bytesInLine(const char* bytes) {
-  constexpr uint64_t EACH = 0x0101010101010101U;
-  uint64_t word = 0;
-  if constexpr (std::endian::native == std::endian::little) {
-    std::memcpy(&word, bytes, sizeof word);
-  } else {
-    for (int i = WORD; i-- > 0;) word = word << 8 | static_cast<unsigned char>(bytes[i]);
-  }
-  const auto zeros = [](uint64_t value) { return (value - EACH) & ~value; };
-  return std::countr_zero((zeros(word) | zeros(word ^ EACH * '\n') | zeros(word ^ EACH * '\r')) &
-                          EACH * 0x80) /
-         8;
+// How many characters of a piece are in front of its first LF, CR or NUL; PIECE if there is none.
+#if defined(__SSE2__)
+constexpr int PIECE = sizeof(__m128i);
+
+int lengthInPiece(const char* text) {
+  const __m128i piece = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+  const auto equal = [piece](char c) { return _mm_cmpeq_epi8(piece, _mm_set1_epi8(c)); };
+  const __m128i ends = _mm_or_si128(_mm_or_si128(equal('\n'), equal('\r')), equal('\0'));
+  return std::countr_zero(static_cast<uint32_t>(_mm_movemask_epi8(ends)) | 1U << PIECE);
 }
+#else
+constexpr int PIECE = sizeof(uint64_t);
+
+int lengthInPiece(const char* text) {
+  constexpr uint64_t EACH = 0x0101010101010101U;
+  uint64_t piece = 0;
+  if constexpr (std::endian::native == std::endian::little) {
+    std::memcpy(&piece, text, sizeof piece);
+  } else {
+    for (int i = PIECE; i-- > 0;) piece = piece << 8 | static_cast<unsigned char>(text[i]);
+  }
+  // The borrow of a byte that is found may only mark bytes behind it.
+  const auto zeros = [](uint64_t value) { return (value - EACH) & ~value & EACH * 0x80; };
+  return std::countr_zero(zeros(piece) | zeros(piece ^ EACH * '\n') | zeros(piece ^ EACH * '\r')) / 8;
+}
+#endif
 
 // The first LF, CR or NUL of first..last, or last.
 const char* findLineEnd(const char* first, const char* last) {
-  for (; last - first >= WORD; first += WORD) {
-    const int count = bytesInLine(first);
-    if (count < WORD) return first + count;
+  for (; last - first >= PIECE; first += PIECE) {
+    const int length = lengthInPiece(first);
+    if (length < PIECE) return first + length;
   }
-  return std::find_if(first, last, [](char c) { return c == '\n' || c == '\r' || c == '\0'; });
+  return std::find_if(first, last, endsLine);
 }
 
 int openForAppending(const char* name) {
@@ -399,6 +413,7 @@ bool ZVFile::refill() {
 }
 
 int ZVFile::obtainBufferedRun() {
+  if (numberOfBufferedBytes_ > EARLY_REFILL) return numberOfBufferedBytes_ - EARLY_REFILL;
   bool due = numberOfBufferedBytes_ == EARLY_REFILL || numberOfBufferedBytes_ < LATE_REFILL;
   bool sound = !due || !pFileBuffer_ || !hasHandle() || refill();
   if (numberOfBufferedBytes_ > EARLY_REFILL) return numberOfBufferedBytes_ - EARLY_REFILL;

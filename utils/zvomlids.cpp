@@ -1,8 +1,5 @@
 #include "utils/zvomlids.h"
 
-#include <algorithm>
-#include <new>
-
 #include "utils/zvascii.h"
 #include "utils/zvnumtxt.h"
 #include "utils/zvstrpoo.h"
@@ -126,14 +123,6 @@ const char* ZVOMLIDTable::text(int32_t index) {
 bool ZVOMLIDTable::isAbsolute(int32_t index) const {
   while (isAddress(index)) index = static_cast<int32_t>(entries_[at(index)].scope);
   return isEntry(index) && *names_.decode(entries_[at(index)].id) == '$';
-}
-
-ZVOMLIDTable::Record* ZVOMLIDTable::makeRecord(int32_t index) {
-  if (!isEntry(index)) return nullptr;
-  const size_t block = at(index) / BLOCK;
-  if (block >= records_.size()) records_.resize(block + 1);
-  if (!records_[block]) records_[block].reset(new (std::nothrow) std::array<Record, BLOCK>);
-  return record(index);
 }
 
 // ---- Items

@@ -7,7 +7,7 @@
 #ifndef ZV_ZVOMLIDS_H
 #define ZV_ZVOMLIDS_H
 
-#include <array>
+#include <algorithm>
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
@@ -118,13 +118,16 @@ class ZVOMLIDTable {
     return index < NEGATIVE_NUMBERS ? index - NUMBERS : NEGATIVE_NUMBERS - 1 - index;
   }
 
-  // Null for one that has none, or an index that was not given.
-  Record* record(int32_t index) const {
-    const size_t block = at(index) / BLOCK;
-    return block < records_.size() && records_[block] ? &(*records_[block])[at(index) % BLOCK] : nullptr;
+  // Null for one that has none, or an index that was not given. It holds until the next one is made.
+  Record* record(int32_t index) {
+    return index >= 0 && at(index) < records_.size() ? &records_[at(index)] : nullptr;
   }
-  // Made if there is none; null without memory.
-  Record* makeRecord(int32_t index);
+  // Made if there is none; null for an index that was not given.
+  Record* makeRecord(int32_t index) {
+    if (!isEntry(index)) return nullptr;
+    if (at(index) >= records_.size()) records_.resize(std::max(entries_.size(), 2 * records_.size()));
+    return &records_[at(index)];
+  }
 
  private:
   // Indices from here on are numbers themselves, those below 0 last.
@@ -133,7 +136,6 @@ class ZVOMLIDTable {
   static constexpr int32_t LARGEST_NUMBER = NUMBERS / 2 - 1;
   static constexpr uint32_t NAME = NUMBERS * 2U - 1;  // in the place of a scope
   static constexpr size_t GROUP = 8;  // neighbours among the ids of a scope that are neighbours in memory
-  static constexpr size_t BLOCK = 1024;
 
   // An address, or a name of the pool. Parts of a text have entries too, without having been entered.
   struct Entry {
@@ -180,7 +182,7 @@ class ZVOMLIDTable {
   ZVNumberSet numbers_;          // those that are entered
   ZVNumberSet negativeNumbers_;  // the same below 0, each less the first one
   ZVIndexMemory memory_;
-  std::vector<std::unique_ptr<std::array<Record, BLOCK>>> records_;
+  std::vector<Record> records_;
   std::unordered_map<int32_t, std::string> texts_;  // of addresses and numbers
 };
 

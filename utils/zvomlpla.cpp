@@ -55,13 +55,18 @@ const char* skipAssignment(const char* text) {
   return *text == ':' || *text == '=' ? skipBlanks(text + 1) : text;
 }
 
-// Reads digits up to end or to another character. Gives their number, 0 for more than a short one has.
+// Reads digits up to end or to another character. Gives their number; more than a short one has are not read
+// on, and give 0.
 int scanDigits(const char*& text, const char* end, int32_t& number) {
   const char* const first = text;
-  for (number = 0; text != end && is(*text, DIGIT); ++text) {
+  uint32_t value = 0;
+  for (; text != end; ++text) {
+    const uint32_t digit = static_cast<unsigned char>(*text) - uint32_t{'0'};
+    if (digit > 9) break;
+    value = value * 10 + digit;
     if (text - first == LONGEST_INTEGER) return 0;
-    number = number * 10 + (*text - '0');
   }
+  number = static_cast<int32_t>(value);
   return static_cast<int>(text - first);
 }
 

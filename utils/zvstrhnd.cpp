@@ -36,16 +36,6 @@ int32_t ZVStringHandle::measuredLength() const {
   return knownLength_ + static_cast<int32_t>(std::strlen(pString() + knownLength_));
 }
 
-void ZVStringHandle::append(const char* characters, int32_t count, const char* end) {
-  increaseLength(count + (*end ? 1 : 0));
-  char* place = pString_.get() + strlenBuf();
-  std::memcpy(place, characters, static_cast<size_t>(count));
-  place += count;
-  if (*end) *place++ = *end;
-  *place = '\0';
-  knownLength_ = static_cast<int32_t>(place - pString_.get());
-}
-
 void ZVStringHandle::appendChar(char c) { append(&c, c ? 1 : 0); }
 
 void ZVStringHandle::appendString(const char* text) {

@@ -7,6 +7,7 @@
 #define ZV_ZVSTRHND_H
 
 #include <cstddef>
+#include <cstring>
 #include <memory>
 
 #include "utils/zvobject.h"
@@ -53,7 +54,15 @@ class ZV_EXPORT ZVStringHandle : public ZVObject {
   void growBy(int32_t count);
   // Appends the characters, and one more or none as end has it. REQUIRES: no NUL is among the characters; if
   // they lie in this handle, there is room for them already.
-  void append(const char* characters, int32_t count, const char* end = "");
+  void append(const char* characters, int32_t count, const char* end = "") {
+    increaseLength(count + (*end ? 1 : 0));
+    char* place = pString_.get() + strlenBuf();
+    std::memcpy(place, characters, static_cast<size_t>(count));
+    place += count;
+    if (*end) *place++ = *end;
+    *place = '\0';
+    knownLength_ = static_cast<int32_t>(place - pString_.get());
+  }
 
   // The text for changes of any kind.
   char* pChangeableString();
