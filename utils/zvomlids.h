@@ -71,7 +71,7 @@ class ZVNumberSet {
   }
 
  private:
-  static constexpr size_t BLOCK_SIZE = 4096;
+  static constexpr size_t BLOCK_SIZE = 512;
   using Block = std::bitset<BLOCK_SIZE>;
 
   static size_t blockOf(int32_t number) { return static_cast<size_t>(number) / BLOCK_SIZE; }
