@@ -2,8 +2,6 @@
 
 #include <cstdio>
 #include <limits>
-#include <random>
-#include <set>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -11,7 +9,6 @@
 
 #include "tests/support/files.h"
 #include "tests/support/rows.h"
-#include "tests/support/sections.h"
 #include "utils/zvstrpoo.h"
 
 // A grammar with everything open that files and the layers above see of it.
@@ -310,111 +307,6 @@ TEST(Grammar, AChainOfAMillionValuesIsFreed) {
   EXPECT_EQ(field.pValueIDIndexList()->index, 999999);
   EXPECT_EQ(ZVOMLDefField().fieldType(), ZV_FIELD_NONE);
   EXPECT_EQ(ZVOMLDefField().objTypeIDIndex(), -1);
-}
-
-// The path of the only section of that name, else 0.
-uint32_t uniquePath(const std::vector<ZVOMLDefSection*>& sections, int32_t id) {
-  std::vector<uint32_t> paths;
-  for (const ZVOMLDefSection* section : sections) {
-    if (section->sectionIDIndex() == id) paths.push_back(section->sectionPathIndex());
-  }
-  return paths.size() == 1 ? paths.front() : 0;
-}
-
-// An object type with random sections, in which field 8 has one of a few definitions.
-class SectionTree {
- public:
-  explicit SectionTree(uint32_t seed) : random_(seed) {
-    for (uint32_t i = pick(40); i > 0; --i) {
-      const uint32_t parent = pick(static_cast<uint32_t>(all.size()) + 1);
-      const int32_t id = 2 + static_cast<int32_t>(pick(10));
-      parent == 0 ? type.addSection(id) : all[parent - 1]->addSection(id);
-      all = sectionsBelow(type, 0);
-    }
-    const ZVFieldTypeEnum usual = std::vector{ZV_FIELD_INT, ZV_FIELD_OBJECT, ZV_FIELD_ENUM}[pick(3)];
-    for (ZVOMLDefSection* section : all) {
-      if (pick(3) != 0) addField(*section, pick(12) == 0 ? ZV_FIELD_BOOL : usual);
-    }
-  }
-
-  uint32_t pick(uint32_t bound) { return static_cast<uint32_t>(random_() % bound); }
-
-  // A path near those of the tree, with some digits turned into the wildcard or another digit.
-  uint32_t pattern() {
-    uint32_t path = all.empty() ? 0 : all[pick(static_cast<uint32_t>(all.size()))]->sectionPathIndex();
-    const int depth = depthOf(path);
-    for (int level = 0; level < depth; ++level) {
-      if (pick(3) == 0) path |= 15U << 4 * level;
-      if (pick(12) == 0) path ^= pick(16) << 4 * level;
-    }
-    return depth < 8 && pick(8) == 0 ? path | 15U << 4 * depth : path;
-  }
-
-  // What the definitions of field 8 must agree in.
-  static std::string signature(const ZVOMLDefField& field) {
-    std::string text = std::to_string(field.fieldType());
-    for (const ZVOMLDefIndexList* cell = field.pValueIDIndexList(); cell; cell = cell->next) {
-      text.append(" ").append(std::to_string(cell->index));
-    }
-    return text;
-  }
-
-  ZVOMLDefObjType type;
-  std::vector<ZVOMLDefSection*> all;
-
- private:
-  void addField(ZVOMLDefSection& section, ZVFieldTypeEnum kind) {
-    ZVOMLDefField* field = section.addField(8, kind, 0, &type);
-    if (kind == ZV_FIELD_OBJECT && pick(8) != 0) field->objTypeIDIndex(pick(8) == 0 ? 2 : 1);
-    const int32_t count = kind == ZV_FIELD_ENUM ? (pick(8) != 0 ? 3 : 2) : 0;
-    for (int32_t i = 0; i < count; ++i) field->addEnumValue(pick(25) == 0 ? 9 : i);
-  }
-
-  std::mt19937 random_;
-};
-
-TEST(SectionPaths, EqualAPlainEnumeration) {
-  size_t hits = 0;
-  size_t disagreements = 0;
-  for (uint32_t seed = 1; seed <= 300; ++seed) {
-    SCOPED_TRACE(seed);
-    SectionTree tree(seed);
-    for (int i = 0; i < 40; ++i) {
-      const uint32_t path = tree.pattern();
-      const uint32_t mask = ZVOMLDefObjType::wildCardMask(path);
-      std::vector<ZVOMLDefSection*> expected;
-      std::set<std::string> signatures;
-      ZVOMLDefField* field = nullptr;
-      for (ZVOMLDefSection* section : tree.all) {
-        if (!matches(section->sectionPathIndex(), path)) continue;
-        expected.push_back(section);
-        ZVOMLDefField* here = section->findField(8);
-        if (here) signatures.insert(SectionTree::signature(*here));
-        if (!field) field = here;
-      }
-      std::vector<ZVOMLDefSection*> found;
-      for (ZVOMLDefSection* s = tree.type.findFirstSectionPath(path, mask); s;
-           s = tree.type.findNextSectionPath(path, mask, s)) {
-        found.push_back(s);
-      }
-      EXPECT_EQ(found, expected) << std::hex << path;
-      EXPECT_EQ(tree.type.findFieldInAllSections(path, 8), signatures.size() < 2 ? field : nullptr) << path;
-      const bool exact = mask == 0xffffffffU && !expected.empty();
-      EXPECT_EQ(tree.type.findSectionPath(path), exact ? expected.front() : nullptr) << path;
-      hits += expected.size();
-      disagreements += signatures.size() > 1;
-    }
-    for (int32_t id = 1; id < 13; ++id) {
-      EXPECT_EQ(tree.type.findUniqueSection(id), uniquePath(tree.all, id)) << id;
-      for (const ZVOMLDefSection* section : tree.all) {
-        const uint32_t path = section->sectionPathIndex();
-        EXPECT_EQ(section->findUniqueSection(id), uniquePath(sectionsBelow(*section, path), id)) << id;
-        EXPECT_EQ(section->findSection(id), uniquePath(oldestFirst(section->pSectionList()), id)) << id;
-      }
-    }
-  }
-  EXPECT_GT(hits, 10000U);
-  EXPECT_GT(disagreements, 100U);
 }
 
 TEST(SectionPaths, OddPathsFindNothing) {

@@ -9,7 +9,6 @@
 
 #include "tests/support/omlprobe.h"
 #include "tests/support/omlsample.h"
-#include "tests/support/sections.h"
 #include "utils/zvomldef.h"
 #include "utils/zvomlsfi.h"
 #include "utils/zvomlsoi.h"
@@ -464,6 +463,36 @@ TEST(OMLParser, ReadsAMillionSiblingsInALine) {
 
 // ---- Sections and their paths
 
+int depthOf(uint32_t path) {
+  int depth = 0;
+  while (depth < 8 && path >> 4 * depth != 0) ++depth;
+  return depth;
+}
+
+// Whether path has the digits of the pattern, where 15 stands for any.
+bool matches(uint32_t path, uint32_t pattern) {
+  bool equal = depthOf(path) == depthOf(pattern);
+  for (; pattern != 0; path >>= 4, pattern >>= 4) {
+    equal = equal && ((pattern & 15) == 15 || (pattern & 15) == (path & 15));
+  }
+  return equal;
+}
+
+// All sections below, depth first with the newest sibling first; checks their numbers.
+template <class Definition>
+std::vector<ZVOMLDefSection*> sectionsBelow(const Definition& parent, uint32_t path) {
+  std::vector<ZVOMLDefSection*> result;
+  uint32_t count = 0;
+  for (ZVOMLDefSection* section = parent.pSectionList(); section; section = section->pNext()) ++count;
+  for (ZVOMLDefSection* section = parent.pSectionList(); section; section = section->pNext()) {
+    EXPECT_EQ(section->sectionPathIndex(), path | count-- << 4 * depthOf(path));
+    result.push_back(section);
+    const std::vector<ZVOMLDefSection*> below = sectionsBelow(*section, section->sectionPathIndex());
+    result.insert(result.end(), below.begin(), below.end());
+  }
+  return result;
+}
+
 // An object type with random sections that have up to three fields each.
 struct RandomSections {
   std::unique_ptr<ZVOMLStatic> grammar;
@@ -471,27 +500,32 @@ struct RandomSections {
   std::vector<ZVOMLDefSection*> sections;
 
   RandomSections(std::mt19937& random, int deepest) {
-    static constexpr const char* TYPES[] = {"type", nullptr};
+    static constexpr const char* TYPES[] = {"type", "other", nullptr};
     static constexpr const char* NAMES[] = {"s0", "s1", "s2", "s3", nullptr};
+    static constexpr ZVOMLStaticVEStruct VALUES[] = {{"a", 1}, {"b", 2}, {"c", 3}, {nullptr, 0}};
     std::string text = "O type; {; F f0 I; F f1 I; F f2 I;";
-    text += rows(random, deepest, deepest) + "};";
-    grammar = compileRows(TYPES, NAMES, nullptr, text, 8);
+    text += rows(random, deepest, deepest, random() % 3) + "};";
+    grammar = compileRows(TYPES, NAMES, VALUES, text, 8);
     type = ZVOMLFileProbe().definition(*grammar, 1);
     sections = sectionsBelow(*type, 0);
   }
 
-  // So many levels of sections.
-  static std::string rows(std::mt19937& random, int levels, int deepest) {
+  // So many levels of sections. Now and then the first field is another one than usual.
+  static std::string rows(std::mt19937& random, int levels, int deepest, size_t usual) {
+    static constexpr const char* FIRST[][4] = {
+        {"F f0 I;", "F f0 B;", "F f0 R;", "F f0 I R;"},
+        {"R f0 type;", "R f0 other;", "R f0 _;", "F f0 B;"},
+        {"E f0 [ a b c ];", "E f0 [ a b ];", "E f0 [ a c b ];", "F f0 B;"}};
     std::string text;
     std::vector<int> names{0, 1, 2, 3};
     std::shuffle(names.begin(), names.end(), random);
     size_t count = levels == 0 ? 0 : deepest > 4 ? 1 + random() % 2 : random() % 4;
     for (size_t i = 0; i < count; ++i) {
       text += "S s" + std::to_string(names[i]) + "; {;";
-      for (const char* field : {"F f0 I;", "F f1 I;", "F f2 I;"}) {
+      for (const char* field : {FIRST[usual][random() % 12 ? 0 : random() % 4], "F f1 I;", "F f2 I;"}) {
         if (random() % 2) text += field;
       }
-      text += rows(random, levels - 1, deepest) + "};";
+      text += rows(random, levels - 1, deepest, usual) + "};";
     }
     return text;
   }
@@ -506,6 +540,73 @@ struct RandomSections {
     return path;
   }
 };
+
+// The path of the only section of that name, else 0.
+uint32_t uniquePath(const std::vector<ZVOMLDefSection*>& sections, int32_t id) {
+  std::vector<uint32_t> paths;
+  for (const ZVOMLDefSection* section : sections) {
+    if (section->sectionIDIndex() == id) paths.push_back(section->sectionPathIndex());
+  }
+  return paths.size() == 1 ? paths.front() : 0;
+}
+
+// What the definitions of one field must agree in.
+std::string signature(const ZVOMLDefField& field) {
+  std::string text = std::to_string(field.fieldType());
+  for (const ZVOMLDefIndexList* cell = field.pValueIDIndexList(); cell; cell = cell->next) {
+    text.append(" ").append(std::to_string(cell->index));
+  }
+  return text;
+}
+
+TEST(OMLSectionPaths, FindWhatAPlainEnumerationFinds) {
+  size_t hits = 0;
+  size_t disagreements = 0;
+  for (unsigned seed = 1; seed <= 300 && !testing::Test::HasFailure(); ++seed) {
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    const RandomSections model(random, seed % 4 == 0 ? 8 : 4);
+    const ZVOMLDefObjType& type = *model.type;
+    for (int i = 0; i < 40; ++i) {
+      uint32_t path = model.randomPath(random);
+      if (random() % 8 == 0) path ^= uint32_t{1} << random() % 32;
+      if (depthOf(path) < 8 && random() % 8 == 0) path |= uint32_t{15} << 4 * depthOf(path);
+      const uint32_t mask = ZVOMLDefObjType::wildCardMask(path);
+      std::vector<ZVOMLDefSection*> expected;
+      std::set<std::string> signatures;
+      ZVOMLDefField* field = path == 0 ? type.findField(7) : nullptr;
+      for (ZVOMLDefSection* section : model.sections) {
+        if (!matches(section->sectionPathIndex(), path)) continue;
+        expected.push_back(section);
+        ZVOMLDefField* here = section->findField(7);
+        if (here) signatures.insert(signature(*here));
+        if (!field) field = here;
+      }
+      std::vector<ZVOMLDefSection*> found;
+      for (auto* s = type.findFirstSectionPath(path, mask); s; s = type.findNextSectionPath(path, mask, s)) {
+        found.push_back(s);
+      }
+      EXPECT_EQ(found, expected) << std::hex << path;
+      EXPECT_EQ(type.findFieldInAllSections(path, 7), signatures.size() < 2 ? field : nullptr) << path;
+      const bool exact = mask == 0xffffffffU && !expected.empty();
+      EXPECT_EQ(type.findSectionPath(path), exact ? expected.front() : nullptr) << path;
+      hits += expected.size();
+      disagreements += signatures.size() > 1;
+    }
+    for (int32_t id = 1; id < 7; ++id) {
+      EXPECT_EQ(type.findUniqueSection(id), uniquePath(model.sections, id)) << id;
+      for (const ZVOMLDefSection* section : model.sections) {
+        std::vector<ZVOMLDefSection*> children;
+        for (auto* child = section->pSectionList(); child; child = child->pNext()) children.push_back(child);
+        EXPECT_EQ(section->findSection(id), uniquePath(children, id)) << id;
+        EXPECT_EQ(section->findUniqueSection(id),
+                  uniquePath(sectionsBelow(*section, section->sectionPathIndex()), id));
+      }
+    }
+  }
+  EXPECT_GT(hits, 10000U);
+  EXPECT_GT(disagreements, 100U);
+}
 
 TEST(OMLParser, ExtendsSectionPathsAsFarAsAllMatchesAgree) {
   ZVOMLFileProbe file;
