@@ -7,31 +7,14 @@
 #include <type_traits>
 #include <vector>
 
+#include "tests/support/families.h"
 #include "tests/support/treewalk.h"
-#include "utils/zvdlist.h"
-#include "utils/zvdlisti.h"
-#include "utils/zvslist.h"
-#include "utils/zvslisti.h"
 
 namespace {
 
 #if UINTPTR_MAX > 0xffffffffU
 static_assert(sizeof(ZVDListCell) == 40);
 #endif
-
-struct Doubly {
-  using List = ZVDList;
-  using Twin = ZVSList;
-  using Cell = ZVDListCell;
-  using Iter = ZVDListIter;
-};
-
-struct Singly {
-  using List = ZVSList;
-  using Twin = ZVDList;
-  using Cell = ZVSListCell;
-  using Iter = ZVSListIter;
-};
 
 struct Tree {
   using List = ZVBinTree;

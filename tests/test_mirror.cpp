@@ -158,12 +158,6 @@ TEST_F(Mirror, IsNeverMadeByTheRoot) {
   EXPECT_EQ(java.takeCalls(), Calls{"FindClass " + PACKAGE + "ZVNativeObject"});
 }
 
-TEST_F(Mirror, LostFromTheTableIsNotUnloaded) {
-  java.tableHolds = false;
-  ZVInt().javaIndex(8);
-  EXPECT_EQ(java.takeCalls(), Calls{"CallStaticObjectMethod " + FACTORY + " getJavaObject 8"});
-}
-
 TEST(MirrorEnvironment, ObjectsWithoutMirrorNeedNone) {
   ZVInt number;
   number.javaIndex(3);
@@ -192,14 +186,6 @@ TEST_F(Mirror, GivesItsNativeAddress) {
         (Calls{"GetObjectClass m", "GetFieldID class of m pCppObj " + ADDRESS, "DeleteLocalRef class of m",
                (FakeJava::WIDE ? "GetLongField m pCppObj" : "GetIntField m pCppObj")}));
   }
-}
-
-TEST_F(Mirror, NativeFailureBecomesAJavaException) {
-  ZVObject::throwJavaException(&java, "some/Failure", "why");
-  EXPECT_EQ(java.takeCalls(), (Calls{"FindClass some/Failure", "ThrowNew class some/Failure why"}));
-  java.missing = "unknown/Failure";
-  ZVObject::throwJavaException(&java, "unknown/Failure", "why");
-  EXPECT_EQ(java.takeCalls(), Calls{"FindClass unknown/Failure"});
 }
 
 // Each line breaks one rule; the report names exactly that rule.

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <cstring>
 #include <limits>
+#include <memory>
 
 #include "utils/zvobjwid.h"
 #include "utils/zvvalue.h"
@@ -62,36 +62,34 @@ TEST(Object, NoCopyCarriesTheMirrorOrTheIdentity) {
   target.javaIndex(-1);
 }
 
-// The same protocol over all three boxed numbers.
+// The same protocol over all three boxed numbers, which keep all their bits.
 template <class Box>
 void checkProtocol(decltype(Box().value()) number) {
-  Box source(number);
-  EXPECT_EQ(Box().value(), 0);
+  auto expectNumber = [number](const ZVObject& box) {
+    const auto value = Box::castDown(&box)->value();
+    EXPECT_EQ(std::memcmp(&value, &number, sizeof value), 0) << value;
+  };
   Box target;
-  EXPECT_EQ(target.value(number), number);
-  EXPECT_EQ(target.value(), number);
-
+  EXPECT_EQ(target.value(), 0);
+  target.value(number);
   target = *&target;
   target.copyObject(&target);
   target.copyAttributes(&target);
   target.copyObject(nullptr);
   target.copyAttributes(nullptr);
-  EXPECT_EQ(target.value(), number);
-
+  const Box source(target);
   for (int way = 0; way < 3; ++way) {
     Box copy;
     if (way == 0) copy = source;
     if (way == 1) copy.copyObject(&source);
     if (way == 2) copy.copyAttributes(&source);
-    EXPECT_EQ(copy.value(), number);
+    expectNumber(copy);
   }
-  EXPECT_EQ(Box(source, ZV_ATTRIBUTE_COPY).value(), number);
-  EXPECT_EQ(Box(source, static_cast<ZVDeepFlagEnum>(2)).value(), number);
-
+  expectNumber(Box(source, ZV_ATTRIBUTE_COPY));
+  expectNumber(Box(source, static_cast<ZVDeepFlagEnum>(2)));
   const ZVObject& base = source;
-  ZVObject* clone = base.cloneAttributes();
-  EXPECT_EQ(Box::castDown(clone)->value(), number);
-  delete clone;
+  expectNumber(*std::unique_ptr<ZVObject>(base.cloneObject()));
+  expectNumber(*std::unique_ptr<ZVObject>(base.cloneAttributes()));
   EXPECT_EQ(Box::cloneObject(nullptr), nullptr);
   EXPECT_EQ(Box::cloneAttributes(nullptr), nullptr);
 }
@@ -99,23 +97,14 @@ void checkProtocol(decltype(Box().value()) number) {
 TEST(Value, FollowsTheCopyProtocol) {
   checkProtocol<ZVInt>(-5);
   checkProtocol<ZVLong>(std::numeric_limits<int32_t>::min());
-  checkProtocol<ZVDouble>(1.5);
-}
-
-TEST(Value, CloneKeepsTheBitsOfADouble) {
-  for (double number : {-0.0, std::numeric_limits<double>::quiet_NaN()}) {
-    ZVDouble source(number);
-    ZVDouble* clone = source.cloneObject();
-    EXPECT_EQ(std::bit_cast<uint64_t>(clone->value()), std::bit_cast<uint64_t>(number));
-    delete clone;
-  }
+  checkProtocol<ZVDouble>(-0.0);
+  checkProtocol<ZVDouble>(std::numeric_limits<double>::quiet_NaN());
 }
 
 TEST(Identity, GeneratorWrapsPastTheTopAndCountsIt) {
   ZVIDGenerator generator;
   EXPECT_EQ(generator.nextLocalID(), std::numeric_limits<int32_t>::min() + 2);
   generator.releaseLocalID(std::numeric_limits<int32_t>::min() + 2);
-  int32_t last = 0;
   // All ids up to the wrap: about four thousand million steps would be too many, so the state is forged.
   struct State {
     int32_t nextID;
@@ -124,8 +113,7 @@ TEST(Identity, GeneratorWrapsPastTheTopAndCountsIt) {
   static_assert(sizeof(State) == sizeof(ZVIDGenerator));
   State state{std::numeric_limits<int32_t>::max() - 1, 0};
   std::memcpy(static_cast<void*>(&generator), &state, sizeof state);
-  last = generator.nextLocalID();
-  EXPECT_EQ(last, std::numeric_limits<int32_t>::max());
+  EXPECT_EQ(generator.nextLocalID(), std::numeric_limits<int32_t>::max());
   EXPECT_EQ(generator.overflow(), 0);
   ZVIDGenerator copy;
   copy = generator;

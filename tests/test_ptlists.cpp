@@ -17,48 +17,27 @@
 namespace {
 
 // The operations whose names hold the word, under names that the tests can share.
-struct PointWord {
-  using Element = ZVPoint;
-  static constexpr auto add = [](auto& l, auto* after, ZVPoint* p) { return l.addPoint(after, p); };
-  static constexpr auto append = [](auto& l, ZVPoint* p) { return l.appendPoint(p); };
-  static constexpr auto prepend = [](auto& l, ZVPoint* p) { return l.prependPoint(p); };
-  static constexpr auto addNew = [](auto& l, auto* c, ZVPoint* p) { return l.addPointIfNotInList(c, p); };
-  static constexpr auto appendNew = [](auto& l, ZVPoint* p) { return l.appendPointIfNotInList(p); };
-  static constexpr auto prependNew = [](auto& l, ZVPoint* p) { return l.prependPointIfNotInList(p); };
-  static constexpr auto search = [](auto& l, const ZVPoint* p) { return l.searchPoint(p); };
-  static constexpr auto searchPrev = [](auto& l, const ZVPoint* p) { return l.searchPointPrev(p); };
-  static constexpr auto position = [](auto& l, const ZVPoint* p) { return l.positionOfPoint(p); };
-  static constexpr auto at = [](auto& l, int32_t position) { return l.pPointInPosition(position); };
-  static constexpr auto deleteAll = [](auto& l) { l.deleteAllCellsAndPoints(); };
-  static constexpr auto copyAll = [](auto& l, auto source) { l.copyAllCellsAndPoints(source); };
-  static constexpr auto current = [](const auto& iter) { return iter.pPoint(); };
-};
-
-struct RectWord {
-  using Element = ZVRect;
-  static constexpr auto add = [](auto& l, auto* after, ZVRect* r) { return l.addRect(after, r); };
-  static constexpr auto append = [](auto& l, ZVRect* r) { return l.appendRect(r); };
-  static constexpr auto prepend = [](auto& l, ZVRect* r) { return l.prependRect(r); };
-  static constexpr auto addNew = [](auto& l, auto* c, ZVRect* r) { return l.addRectIfNotInList(c, r); };
-  static constexpr auto appendNew = [](auto& l, ZVRect* r) { return l.appendRectIfNotInList(r); };
-  static constexpr auto prependNew = [](auto& l, ZVRect* r) { return l.prependRectIfNotInList(r); };
-  static constexpr auto search = [](auto& l, const ZVRect* r) { return l.searchRect(r); };
-  static constexpr auto searchPrev = [](auto& l, const ZVRect* r) { return l.searchRectPrev(r); };
-  static constexpr auto position = [](auto& l, const ZVRect* r) { return l.positionOfRect(r); };
-  static constexpr auto at = [](auto& l, int32_t position) { return l.pRectInPosition(position); };
-  static constexpr auto deleteAll = [](auto& l) { l.deleteAllCellsAndRects(); };
-  static constexpr auto copyAll = [](auto& l, auto source) { l.copyAllCellsAndRects(source); };
-  static constexpr auto current = [](const auto& iter) { return iter.pRect(); };
-};
-
-struct ObjectWord {
-  static constexpr auto add = [](auto& l, auto* after, ZVObject* o) { return l.addObject(after, o); };
-  static constexpr auto append = [](auto& l, ZVObject* o) { return l.appendObject(o); };
-  static constexpr auto prepend = [](auto& l, ZVObject* o) { return l.prependObject(o); };
-  static constexpr auto addNew = [](auto& l, auto* c, ZVObject* o) { return l.addObjectIfNotInList(c, o); };
-  static constexpr auto appendNew = [](auto& l, ZVObject* o) { return l.appendObjectIfNotInList(o); };
-  static constexpr auto prependNew = [](auto& l, ZVObject* o) { return l.prependObjectIfNotInList(o); };
-};
+#define WORD(Name)                                                                                           \
+  struct Name##Word {                                                                                        \
+    using Element = ZV##Name;                                                                                \
+    static constexpr auto add = [](auto& l, auto* c, auto* o) { return l.add##Name(c, o); };                 \
+    static constexpr auto append = [](auto& l, auto* o) { return l.append##Name(o); };                       \
+    static constexpr auto prepend = [](auto& l, auto* o) { return l.prepend##Name(o); };                     \
+    static constexpr auto addNew = [](auto& l, auto* c, auto* o) { return l.add##Name##IfNotInList(c, o); }; \
+    static constexpr auto appendNew = [](auto& l, auto* o) { return l.append##Name##IfNotInList(o); };       \
+    static constexpr auto prependNew = [](auto& l, auto* o) { return l.prepend##Name##IfNotInList(o); };     \
+    static constexpr auto search = [](auto& l, const auto* o) { return l.search##Name(o); };                 \
+    static constexpr auto searchPrev = [](auto& l, const auto* o) { return l.search##Name##Prev(o); };       \
+    static constexpr auto position = [](auto& l, const auto* o) { return l.positionOf##Name(o); };           \
+    static constexpr auto at = [](auto& l, int32_t position) { return l.p##Name##InPosition(position); };    \
+    static constexpr auto deleteAll = [](auto& l) { l.deleteAllCellsAnd##Name##s(); };                       \
+    static constexpr auto copyAll = [](auto& l, auto source) { l.copyAllCellsAnd##Name##s(source); };        \
+    static constexpr auto current = [](const auto& iter) { return iter.p##Name(); };                         \
+  }
+WORD(Point);
+WORD(Rect);
+WORD(Object);
+#undef WORD
 
 template <class TypedList, class TwinList, class BaseList, class BaseCell, class TypedIter, class TheWord>
 struct Family {

@@ -5,26 +5,13 @@
 #include <random>
 #include <vector>
 
+#include "tests/support/families.h"
 #include "tests/support/treewalk.h"
 #include "utils/zvsbtree.h"
-#include "utils/zvsdlist.h"
-#include "utils/zvsslist.h"
 #include "utils/zvvalue.h"
 
 namespace {
 
-struct Doubly {
-  using List = ZVDList;
-  using Cell = ZVDListCell;
-  using Sorted = ZVSortedDList;
-  static constexpr int TIES = 3;
-};
-struct Singly {
-  using List = ZVSList;
-  using Cell = ZVSListCell;
-  using Sorted = ZVSortedSList;
-  static constexpr int TIES = 3;
-};
 // A search in a tree may miss a cell among its equals. Without ties it finds what is there.
 template <int ties>
 struct Tree {

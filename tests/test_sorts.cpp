@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/families.h"
 #include "utils/zvdtuple.h"
 #include "utils/zvpoint.h"
 #include "utils/zvutdlso.h"
@@ -36,18 +37,6 @@ void operator delete(void* block) noexcept { freeMemory(block); }
 void operator delete(void* block, std::size_t) noexcept { freeMemory(block); }
 
 namespace {
-
-struct Doubly {
-  using List = ZVDList;
-  using Cell = ZVDListCell;
-  using Sort = ZVDListSort;
-};
-
-struct Singly {
-  using List = ZVSList;
-  using Cell = ZVSListCell;
-  using Sort = ZVSListSort;
-};
 
 int32_t keyOf(const ZVObject* object) { return ZVInt::castDown(object)->value(); }
 int32_t compareKeys(const ZVObject* object1, const ZVObject* object2) {

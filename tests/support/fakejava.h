@@ -24,11 +24,10 @@ class FakeJava : public JNIEnv_ {
 
   // Settings. A class, method or field of the name `missing` is not found; `raises` is found, and an
   // exception is pending afterwards. The constructor gets the native address and decides by its result
-  // whether NewObject gives an object. The factory finds a mirror as long as `tableHolds`.
+  // whether NewObject gives an object.
   std::string missing;
   std::string raises;
   std::function<bool(FakeJava&, intptr_t)> constructor = [](FakeJava&, intptr_t) { return true; };
-  bool tableHolds = true;
   intptr_t pCppObj = 0;
   bool pending = false;
 
@@ -67,7 +66,7 @@ class FakeJava : public JNIEnv_ {
     table_.CallStaticObjectMethodV = [](JNIEnv* env, jclass clazz, jmethodID method, va_list arguments) {
       std::string index = std::to_string(va_arg(arguments, jint));
       self(env).record("CallStaticObjectMethod", name(clazz), name(method), index);
-      return self(env).tableHolds ? self(env).reference("mirror " + index) : nullptr;
+      return self(env).reference("mirror " + index);
     };
     table_.NewGlobalRef = [](JNIEnv* env, jobject object) {
       self(env).record("NewGlobalRef", name(object));
@@ -82,11 +81,6 @@ class FakeJava : public JNIEnv_ {
     table_.ExceptionClear = [](JNIEnv* env) {
       self(env).record("ExceptionClear");
       self(env).pending = false;
-    };
-    table_.ThrowNew = [](JNIEnv* env, jclass clazz, const char* message) {
-      self(env).record("ThrowNew", name(clazz), message);
-      self(env).pending = true;
-      return jint{0};
     };
     functions = &table_;
   }
