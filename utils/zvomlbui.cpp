@@ -134,7 +134,7 @@ int32_t ZVOMLFile::fullObjectScopeIDIndex(ZVOMLSyntaxObject* object, int32_t sco
   if (isDefaults(object)) return 0;
   if (!ids_) return -1;
   const int32_t id = object->objectIDIndex();
-  return id >= 0 ? ids_->enterAddress(scope, id) : ids_->enterNewAddress(scope, counter--);
+  return id >= 0 ? ids_->enterAddress(scope, id) : ids_->enterUnnamed(scope, counter--);
 }
 
 void ZVOMLFile::checkRequiredFields(ZVOMLSyntaxObject* object, int32_t own, int32_t scope, int32_t& counter) {

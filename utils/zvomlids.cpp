@@ -9,6 +9,7 @@ namespace {
 constexpr char SEPARATOR = ',';
 constexpr size_t FIRST_PLACES = 1024;
 constexpr size_t GROWTH = 4;
+constexpr int32_t FIRST_UNNAMED = -2;
 
 // Whether an item is a number, spelled as numbers are printed, with few digits.
 bool isShortInteger(std::string_view item, int32_t& number) {
@@ -103,8 +104,13 @@ int32_t ZVOMLIDTable::enterAddress(int32_t scope, int32_t id) {
   return markEntered(index);
 }
 
-int32_t ZVOMLIDTable::enterNewAddress(int32_t scope, int32_t number) {
-  return markEntered(makePair(scope, indexOf(number)));
+int32_t ZVOMLIDTable::enterUnnamed(int32_t scope, int32_t number) {
+  const int32_t id = indexOf(number);
+  if (placedNegative_) return markEntered(makePair(scope, id));
+  const size_t order = at(FIRST_UNNAMED - number);
+  if (order >= unnamed_.size()) unnamed_.resize(order + 1);
+  unnamed_[order] = addEntry(static_cast<uint32_t>(scope), id);
+  return markEntered(unnamed_[order]);
 }
 
 const char* ZVOMLIDTable::text(int32_t index) {
@@ -188,7 +194,15 @@ int32_t ZVOMLIDTable::markEntered(int32_t index) {
 
 // ---- Pairs
 
+int32_t ZVOMLIDTable::findUnnamed(int32_t scope, int32_t id) const {
+  const size_t order = isNumber(id) ? at(FIRST_UNNAMED - numberOf(id)) : unnamed_.size();
+  if (order >= unnamed_.size() || unnamed_[order] == 0) return -1;
+  return entries_[at(unnamed_[order])].scope == static_cast<uint32_t>(scope) ? unnamed_[order] : -1;
+}
+
 int32_t ZVOMLIDTable::findPair(int32_t scope, int32_t id) const {
+  const int32_t unnamed = findUnnamed(scope, id);
+  if (unnamed > 0) return unnamed;
   if (places_.empty()) return -1;
   const int32_t index = places_[placeOf(scope, id)].index;
   return index > 0 ? index : -1;
@@ -196,6 +210,9 @@ int32_t ZVOMLIDTable::findPair(int32_t scope, int32_t id) const {
 
 int32_t ZVOMLIDTable::makePair(int32_t scope, int32_t id) {
   if (scope < 0 || id < 0) return -1;
+  const int32_t unnamed = findUnnamed(scope, id);
+  if (unnamed > 0) return unnamed;
+  if (id >= NEGATIVE_NUMBERS) placedNegative_ = true;
   if (addresses_ * 2 >= places_.size()) enlarge();
   Place& place = places_[placeOf(scope, id)];
   if (place.index == 0) {

@@ -98,8 +98,8 @@ class ZVOMLIDTable {
   int32_t enterNumber(int32_t number);
   // The index of the address that an id, or an address, has in a scope.
   int32_t enterAddress(int32_t scope, int32_t id);
-  // The same for one that is not likely to be asked for again.
-  int32_t enterNewAddress(int32_t scope, int32_t number);
+  // The address that an object without id has in a scope. Each number, from -2 on downward, is given once.
+  int32_t enterUnnamed(int32_t scope, int32_t number);
   // What enterAddress remembers, null if it does not; the note is the caller's.
   ZVIndexMemory::Place* remembered(int32_t scope, int32_t id) { return memory_.find(scope, id); }
   void prefetchAddress(int32_t scope, int32_t id) const { memory_.prefetch(scope, id); }
@@ -162,6 +162,7 @@ class ZVOMLIDTable {
   int32_t makeItem(std::string_view item);
   std::string itemText(int32_t index) const;
   int32_t findPair(int32_t scope, int32_t id) const;
+  int32_t findUnnamed(int32_t scope, int32_t id) const;
   int32_t makePair(int32_t scope, int32_t id);
   int32_t addEntry(uint32_t scope, int32_t id);
   bool isEntered(int32_t index) const;
@@ -179,6 +180,9 @@ class ZVOMLIDTable {
   std::vector<Entry> entries_;
   std::vector<Place> places_;  // of the addresses; a power of two, or none
   size_t addresses_ = 0;
+  std::vector<int32_t>
+      unnamed_;  // those of objects without id, which have no place, by their numbers; 0: none
+  bool placedNegative_ = false;  // a place may have the address that the next object without id will get
   ZVNumberSet numbers_;          // those that are entered
   ZVNumberSet negativeNumbers_;  // the same below 0, each less the first one
   ZVIndexMemory memory_;
