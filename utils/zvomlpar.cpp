@@ -213,7 +213,6 @@ void ZVOMLFile::parseObject(int32_t file, const ZVOMLToken& typeToken, int32_t i
       this, typeToken.line(), typeToken.position(), file, type, id, section, path, pObjTypeDefinition(type));
   node->inArena_ = true;
   auto* cell = new (memory) ZVOMLSyntaxObjectList(node);
-  cell->inArena = true;
   // Until the parent has it.
   const auto drop = [](ZVOMLSyntaxObjectList* unused) { unused->~ZVOMLSyntaxObjectList(); };
   std::unique_ptr<ZVOMLSyntaxObjectList, decltype(drop)> owner(cell, drop);
@@ -274,7 +273,6 @@ void ZVOMLFile::addNewField(ZVOMLSyntaxObject* object, const ZVOMLSyntaxStruct& 
   auto* field = new (static_cast<ZVOMLSyntaxFieldList*>(memory) + 1)
       ZVOMLSyntaxField(place, name, section, path, value, definition, unchecked);
   auto* cell = new (memory) ZVOMLSyntaxFieldList(field);
-  cell->inArena = true;
   object->addCell(cell);
 }
 

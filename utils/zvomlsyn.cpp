@@ -7,7 +7,7 @@ namespace {
 template <class Cell>
 void dropCell(Cell* cell) {
   cell->pNext = nullptr;
-  if (cell->inArena) {
+  if (cell->inArena()) {
     cell->~Cell();
   } else {
     delete cell;
@@ -46,10 +46,14 @@ void appendChain(Cell*& list, Cell*& end, Cell* first, Cell* last) {
 
 ZV_DEFINE_MIRROR(ZVOMLSyntaxStruct)
 
+bool ZVOMLSyntaxObjectList::inArena() const { return pObject && pObject->inArena_; }
+
 ZVOMLSyntaxObjectList::~ZVOMLSyntaxObjectList() {
   ZVOMLSyntaxObject::drop(pObject);
   deleteChain(pNext);
 }
+
+bool ZVOMLSyntaxFieldList::inArena() const { return pField && pField->inArena_; }
 
 ZVOMLSyntaxFieldList::~ZVOMLSyntaxFieldList() {
   ZVOMLSyntaxField::drop(pField);
@@ -178,11 +182,18 @@ ZVOMLSyntaxField::ZVOMLSyntaxField(ZVOMLFile* file, int32_t line, int position, 
       fieldIDIndex_(fieldIDIndex),
       sectionIDIndex_(sectionIDIndex),
       sectionPathIndex_(sectionPathIndex),
-      value_(value),
-      definition_(definition) {}
+      definition_(definition) {
+  if (!value) return;
+  holds_ = HEAP_TOKEN;
+  value_.heap = value;
+}
 
 ZVOMLSyntaxField::~ZVOMLSyntaxField() {
-  if (value_ != &ownValue_) delete value_;
+  if (holds_ == OWN_TOKEN) {
+    value_.own.~ZVOMLToken();
+  } else {
+    delete value_.heap;
+  }
 }
 
 void ZVOMLSyntaxField::drop(ZVOMLSyntaxField* field) {
@@ -202,7 +213,8 @@ const char* ZVOMLSyntaxField::sectionString() const {
 }
 
 ZVOMLFieldTypeEnum ZVOMLSyntaxField::valueType() const {
-  switch (value_ ? value_->tag() : ZV_OML_BAD) {
+  const ZVOMLToken* value = pValueToken();
+  switch (value ? value->tag() : ZV_OML_BAD) {
     case ZV_OML_INTEGER:
       return ZV_OML_VALUE_INT;
     case ZV_OML_REAL:
@@ -224,34 +236,47 @@ int16_t ZVOMLSyntaxField::shortValue() const { return static_cast<int16_t>(longV
 
 int ZVOMLSyntaxField::intValue() const { return longValue(); }
 
-int32_t ZVOMLSyntaxField::longValue() const { return value_ ? value_->longValue() : 0; }
+int32_t ZVOMLSyntaxField::longValue() const {
+  const ZVOMLToken* value = pValueToken();
+  return value ? value->longValue() : 0;
+}
 
-uint32_t ZVOMLSyntaxField::ipbytesValue() const { return value_ ? value_->ipbytesValue() : 0; }
+uint32_t ZVOMLSyntaxField::ipbytesValue() const {
+  const ZVOMLToken* value = pValueToken();
+  return value ? value->ipbytesValue() : 0;
+}
 
 ZVOMLBinValue* ZVOMLSyntaxField::pBinValue() const {
-  return valueType() == ZV_OML_VALUE_BINARY ? value_->pBinValue() : nullptr;
+  return valueType() == ZV_OML_VALUE_BINARY ? pValueToken()->pBinValue() : nullptr;
 }
 
 float ZVOMLSyntaxField::floatValue() const { return static_cast<float>(doubleValue()); }
 
-double ZVOMLSyntaxField::doubleValue() const { return value_ ? value_->doubleValue() : 0.0; }
+double ZVOMLSyntaxField::doubleValue() const {
+  const ZVOMLToken* value = pValueToken();
+  return value ? value->doubleValue() : 0.0;
+}
 
 int32_t ZVOMLSyntaxField::enumValue() const {
-  return valueType() == ZV_OML_VALUE_ENUM && pOMLFile() ? pOMLFile()->enumValue(value_->longValue()) : 0;
+  return valueType() == ZV_OML_VALUE_ENUM && pOMLFile() ? pOMLFile()->enumValue(pValueToken()->longValue())
+                                                        : 0;
 }
 
 const char* ZVOMLSyntaxField::stringValue() const {
-  return valueType() == ZV_OML_VALUE_STRING && pOMLFile() ? pOMLFile()->string(value_->longValue()) : "";
+  return valueType() == ZV_OML_VALUE_STRING && pOMLFile() ? pOMLFile()->string(pValueToken()->longValue())
+                                                          : "";
 }
 
 ZVObject* ZVOMLSyntaxField::objectValue() const {
-  return value_ && value_->tag() == ZV_OML_OBJECT_ID && pOMLFile() ? pOMLFile()->pObject(value_->longValue())
-                                                                   : nullptr;
+  const ZVOMLToken* value = pValueToken();
+  return value && value->tag() == ZV_OML_OBJECT_ID && pOMLFile() ? pOMLFile()->pObject(value->longValue())
+                                                                 : nullptr;
 }
 
 int32_t ZVOMLSyntaxField::objectTypeIndex() const {
-  if (!value_ || value_->tag() != ZV_OML_OBJECT_ID || !pOMLFile()) return -1;
-  ZVOMLSyntaxObject* object = pOMLFile()->pSyntaxObject(value_->longValue());
+  const ZVOMLToken* value = pValueToken();
+  if (!value || value->tag() != ZV_OML_OBJECT_ID || !pOMLFile()) return -1;
+  ZVOMLSyntaxObject* object = pOMLFile()->pSyntaxObject(value->longValue());
   return object ? object->objTypeIDIndex() : -1;
 }
 

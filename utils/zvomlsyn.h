@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 #include <utility>
 
 #include "utils/zvobject.h"
@@ -64,9 +65,11 @@ struct ZV_EXPORT ZVOMLSyntaxObjectList {
   ZVOMLSyntaxObjectList& operator=(const ZVOMLSyntaxObjectList&) = delete;
   ~ZVOMLSyntaxObjectList();
 
+  // Whether the memory of the cell is the file's, as that of its object.
+  bool inArena() const;
+
   ZVOMLSyntaxObject* pObject;  // owned
   ZVOMLSyntaxObjectList* pNext = nullptr;
-  bool inArena = false;  // the memory of the cell is the file's
 };
 
 struct ZV_EXPORT ZVOMLSyntaxFieldList {
@@ -75,9 +78,11 @@ struct ZV_EXPORT ZVOMLSyntaxFieldList {
   ZVOMLSyntaxFieldList& operator=(const ZVOMLSyntaxFieldList&) = delete;
   ~ZVOMLSyntaxFieldList();
 
+  // Whether the memory of the cell is the file's, as that of its field.
+  bool inArena() const;
+
   ZVOMLSyntaxField* pField;  // owned
   ZVOMLSyntaxFieldList* pNext = nullptr;
-  bool inArena = false;  // the memory of the cell is the file's
 };
 
 struct ZV_EXPORT ZVOMLSyntaxDefaultList {
@@ -169,7 +174,7 @@ class ZV_EXPORT ZVOMLSyntaxObject : public ZVOMLSyntaxStruct {
   void addCell(ZVOMLSyntaxObjectList* cell);
   void addCell(ZVOMLSyntaxFieldList* cell);
 
-  bool inArena_ = false;
+  bool inArena_ = false;  // the memory of the node and its cell is the file's
   int32_t objTypeIDIndex_;
   int32_t objectIDIndex_;
   int32_t sectionIDIndex_;
@@ -201,7 +206,11 @@ class ZV_EXPORT ZVOMLSyntaxField : public ZVOMLSyntaxStruct {
   // May hold wildcard digits.
   uint32_t sectionPathIndex() const { return sectionPathIndex_; }
   uint32_t sectionPathIndex(uint32_t path) { return sectionPathIndex_ = path; }
-  ZVOMLToken* pValueToken() const { return value_; }
+  ZVOMLToken* pValueToken() const {
+    return holds_ == OWN_TOKEN    ? const_cast<ZVOMLToken*>(&value_.own)
+           : holds_ == HEAP_TOKEN ? value_.heap
+                                  : nullptr;
+  }
   // Null in an unchecked stretch, and for a wildcard path outside an iteration.
   ZVOMLDefField* pDefField() const { return definition_; }
   ZVOMLDefField* pDefField(ZVOMLDefField* definition) { return definition_ = definition; }
@@ -246,20 +255,31 @@ class ZV_EXPORT ZVOMLSyntaxField : public ZVOMLSyntaxStruct {
         fieldIDIndex_(fieldIDIndex),
         sectionIDIndex_(sectionIDIndex),
         sectionPathIndex_(sectionPathIndex),
-        value_(value ? &ownValue_ : nullptr),
-        definition_(definition),
-        ownValue_(value ? std::move(*value) : ZVOMLToken()) {}
+        definition_(definition) {
+    if (!value) return;
+    holds_ = OWN_TOKEN;
+    new (&value_.own) ZVOMLToken(std::move(*value));
+  }
   // As delete, for a node that may lie in the file's memory.
   static void drop(ZVOMLSyntaxField* field);
 
-  bool inArena_ = false;
-  bool inUncheckedSection_;
+  enum Holds : uint8_t { NO_TOKEN, OWN_TOKEN, HEAP_TOKEN };
+  // As the enumeration says.
+  union Value {
+    Value() : heap(nullptr) {}
+    ~Value() {}
+    ZVOMLToken own;
+    ZVOMLToken* heap;
+  };
+
+  bool inArena_ : 1 = false;  // the memory of the node and its cell is the file's
+  bool inUncheckedSection_ : 1;
+  Holds holds_ = NO_TOKEN;
   int32_t fieldIDIndex_;
   int32_t sectionIDIndex_;
   uint32_t sectionPathIndex_;
-  ZVOMLToken* value_;  // heap-allocated, or the one below
   ZVOMLDefField* definition_;
-  ZVOMLToken ownValue_;
+  Value value_;
 };
 
 #endif
