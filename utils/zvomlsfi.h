@@ -40,18 +40,27 @@ class ZV_EXPORT ZVOMLSyntaxFieldIter : public ZVObject {
  public:
   ZVOMLSyntaxFieldIter(const ZVOMLSyntaxObject* object = nullptr) { init(object); }
 
+  // The steps that nearly all fields take, those with a definition, are made in line.
   ZVOMLSyntaxField* pField() const { return state_.current ? state_.current->pField : nullptr; }
   operator int() const { return state_.current != nullptr; }
 
-  void init(const ZVOMLSyntaxObject* object) { initSyntaxFieldIterEncapsulation(&state_, object); }
-  void operator++() {
-    // The next field is nearly always one with a definition.
-    ZVOMLSyntaxFieldList* next = state_.current && !state_.section ? state_.current->pNext : nullptr;
-    if (next && next->pField->pDefField()) {
-      state_.current = next;
+  void init(const ZVOMLSyntaxObject* object) {
+    ZVOMLSyntaxFieldList* first = object && !object->pDefaultList() ? object->pFieldList() : nullptr;
+    if (first && first->pField->pDefField()) {
+      state_ = {first, nullptr, nullptr, object->pDefObjType(), nullptr, 0, 0};
     } else {
-      incrementSyntaxFieldIterEncapsulation(&state_);
+      initSyntaxFieldIterEncapsulation(&state_, object);
     }
+  }
+  void operator++() {
+    if (state_.current && !state_.section) {
+      ZVOMLSyntaxFieldList* next = state_.current->pNext;
+      if (next ? next->pField->pDefField() != nullptr : !state_.nextDefaults && !state_.ownFields) {
+        state_.current = next;
+        return;
+      }
+    }
+    incrementSyntaxFieldIterEncapsulation(&state_);
   }
   void operator++(int) { ++*this; }
 
