@@ -124,6 +124,7 @@ void ZVOMLFile::collectObjects(ZVOMLSyntaxObject* object, int32_t scope, int32_t
                            nullptr, nullptr, 0);
     } else {
       pSyntaxObject(address, child);
+      if (ids_) ids_->note(scope, child->objectIDIndex(), child->typeIndex());
       child->objectIDIndex(address);
     }
     previous = cell;

@@ -102,6 +102,9 @@ class ZVOMLIDTable {
   int32_t enterUnnamed(int32_t scope, int32_t number);
   // What enterAddress remembers, null if it does not; the note is the caller's.
   ZVIndexMemory::Place* remembered(int32_t scope, int32_t id) { return memory_.find(scope, id); }
+  void note(int32_t scope, int32_t id, int32_t value) {
+    if (ZVIndexMemory::Place* place = memory_.find(scope, id)) place->note = value;
+  }
   void prefetchAddress(int32_t scope, int32_t id) const { memory_.prefetch(scope, id); }
 
   // "" for an index that was not given. The text holds as long as the table.
