@@ -25,9 +25,10 @@ void clearText(char* buffer) {
 ZV_DEFINE_NO_COPY(ZVOMLFile)
 
 bool ZVOMLArena::nextBlock(size_t size) {
-  constexpr size_t BLOCK = 1 << 16;
-  constexpr size_t FIRST_BLOCK = 1 << 13;
-  const size_t block = std::max(size, blocks_.empty() ? FIRST_BLOCK : BLOCK);
+  // Allocators give larger ones back to the system at once, and every page of the next one is cleared anew.
+  constexpr size_t LARGEST_BLOCK = 124 << 10;
+  const size_t block = std::max(size, blockSize_);
+  blockSize_ = std::min(2 * blockSize_, LARGEST_BLOCK);
   std::unique_ptr<std::byte[]> memory(new (std::nothrow) std::byte[block]);
   if (!memory) return false;
   next_ = memory.get();

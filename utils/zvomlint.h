@@ -129,6 +129,7 @@ class ZVOMLArena {
   bool nextBlock(size_t size);
 
   std::vector<std::unique_ptr<std::byte[]>> blocks_;
+  size_t blockSize_ = 1 << 13;  // of the next one
   std::byte* next_ = nullptr;
   size_t left_ = 0;
 };
