@@ -49,10 +49,11 @@ TEST(OmlPlainAttributes, TheShortWayReadsWhatTheLongWayReads) {
              "\"a b\"~\"\\\"\"~\"\"~1~-20~007~-0~0x1f~1.5~1e3~1.2.3.4~n1~n1,2~$n1~true~false~left~up~ ~\n~"
              "\t\r\n~; ~ # c\n~/* c */~ // c\n~{ ~ }~layout ~_ ~node: 1 {~node: {~point {~}\n~skip {~"
              "node ~node: 2\n\n\t(~node = n3 // c\n<~node: 007 [~node: -4 {~node: n1,2 {~node: "
-             "1e3~)~>~]~node: 5;~"
+             "1e3~)~>~]~node: 5;~-0.25~1.~-.5~.5~1.5.2~3.25,1~"
              "include: \"more.oml\" ~comment: \"unchecked\" ~field: \"old\" ~old: 3 4\n~id: 3 ~"
              "section: \"width\" ~123456789~99999999999~a\"b"),
-      Pieces("f\7i\5~f\10i\5~f\11R\0\0\0\1r\0~f\12\"ab\"~f\12\"a\\\"\"~f\13e\1~f\14e\2~f\15N12\"~f\15N007\"~"
+      Pieces("f\7i\5~f\10i\5~f\11R\0\0\0\1r\0~f\11r\5R\xff\xff\xff\xfe~f\11r\5i\1~f\11r\5~f\12\"ab\"~"
+             "f\12\"a\\\"\"~f\13e\1~f\14e\2~f\15N12\"~f\15N007\"~"
              "f\15$,1\"~f\15i\7~f\10I\0\1\0\0~o\1N1\"{~o\2{~o\2N3\"(~o\2N007\"{~o\2Nn1\"<~o\2N4\"~o\2$,1\"{~"
              "o\x7f{~)~>~}~;~:~s\2{~f\2\"unchecked\"~f\4N5\"~f\10~i\5~"
              "F\0\0\0\10i\1~X~f\17N1\"f\20N2\"~f\0\"more.omb\""s)};
@@ -75,7 +76,8 @@ TEST(OmlPlainAttributes, TheShortWayReadsWhatTheLongWayReads) {
 TEST(OmlPlainAttributes, GoodFilesReadAlike) {
   const Pieces gaps(" ~\n~; ~ ;\n\t~ # c\n~\r\n~ /* ; */ ; ");
   const Pieces fields[] = {
-      Pieces("width: 5~width=-12345678~label: \"a # b\"~label \"\"~visible true~side:left~source: 1~"
+      Pieces("width: 5~width=-12345678~label: \"a # b\"~label \"\"~visible true~side:left~scale: -0.25~scale "
+             "123456789012345678901234567890.125~scale = 2.5e-3~scale 0.1~source: 1~"
              "source n1~layout { spacing: 3 bends 4; bends: { 1 2 } }~layout _ spacing: 2~"
              "layout horizontal { spacing: 4 gap: 1.5 }~address: 1.2.3.4~data: 0x00 0x01~"
              "node: { x: 1 y: 2 peer: 1 }~node: n1 { x 1; y 2; }~node: 21\n{x: 1}~node=22~node 23 /* c "
@@ -84,7 +86,8 @@ TEST(OmlPlainAttributes, GoodFilesReadAlike) {
              "include: \"more.oml\""),
       Pieces(
           "f\10i\5~f\10I\0\1\0\0~F\0\0\0\10I\xff\xff\xff\xff~f\12\"a label\"~f\12\"a\\\"\"~f\12\"\"~f\13e\1~"
-          "f\14e\2~f\15N12345678\"~f\15N007\"~f\15Nn1\"~f\15$,1\"~f\15i\7~f\11R\0\0\0\1r\0~f\16p\1~"
+          "f\14e\2~f\15N12345678\"~f\15N007\"~f\15Nn1\"~f\15$,1\"~f\15i\7~f\11R\0\0\0\1r\0~"
+          "f\11r\5R\xff\xff\xff\xfe~f\16p\1~"
           "f\17Xi\3{\0}~s\2{f\20i\1f\21i\2}~s\2s\3{f\20I\0\0\0\1}~o\2N5\"{f\25i\1f\26i\2f\27N1\"}~o\2{}~"
           "o\2N15\"(f\25i\1)~o\2Nn4\"<>~o\2N007\"{}~o\2N25\"~"
           "f\0\"more.omb\""s)};

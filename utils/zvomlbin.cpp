@@ -96,16 +96,21 @@ ZVOMLToken* ZVOMLFile::readBinaryIPAddress(char tag) {
   return newTokenOf(ZV_OML_IPBYTES, octets, line(), position());
 }
 
-ZVOMLToken* ZVOMLFile::readBinaryReal(char tag) {
-  double value = readBinaryIndex(tag);
-  const char exponentTag = nextBinaryChar();
-  if (exponentTag != 'R' && exponentTag != 'r') return newToken(ZV_OML_BAD, 0);
-  int32_t exponent = readBinaryIndex(exponentTag);
-  if (!openFiles_) return newToken(ZV_OML_BAD, 0);
-  // Zero and infinity stay as they are, which ends an exponent out of all bounds.
+// The value of a real item. Zero and infinity stay as they are, which ends an exponent out of all bounds.
+double ZVOMLFile::realOfParts(int32_t mantissa, int32_t exponent) {
+  double value = mantissa;
   for (; exponent > 0 && value != 0 && std::isfinite(value); --exponent) value *= 10.0;
   for (; exponent < 0 && value != 0; ++exponent) value /= 10.0;
-  return newTokenOf(ZV_OML_REAL, value, line(), position());
+  return value;
+}
+
+ZVOMLToken* ZVOMLFile::readBinaryReal(char tag) {
+  const int32_t mantissa = readBinaryIndex(tag);
+  const char exponentTag = nextBinaryChar();
+  if (exponentTag != 'R' && exponentTag != 'r') return newToken(ZV_OML_BAD, 0);
+  const int32_t exponent = readBinaryIndex(exponentTag);
+  if (!openFiles_) return newToken(ZV_OML_BAD, 0);
+  return newTokenOf(ZV_OML_REAL, realOfParts(mantissa, exponent), line(), position());
 }
 
 ZVOMLToken* ZVOMLFile::readBinaryString() { return readQuotedString(&ZVOMLFile::readBinaryTSChar); }

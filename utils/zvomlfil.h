@@ -286,6 +286,7 @@ class ZV_EXPORT ZVOMLFile : public ZVTextFile {
   ZVOMLToken* readBinaryObjectOrScope(char tag);
   ZVOMLToken* readBinaryName(char tag, ZVOMLTokenTagEnum tokenTag, int32_t count);
   int32_t readBinaryIndex(char tag);
+  static double realOfParts(int32_t mantissa, int32_t exponent);
   int32_t takeShortID();
   void skipBinaryBytes(int32_t count);
   int32_t takeBinaryRun(std::string& bytes, int32_t count);

@@ -5,8 +5,11 @@
 //
 // It only looks until it is sure, and then takes the whole field or head at once and makes the same node as
 // the long way would. Whatever is not plain is left alone for the long way, and so is every message.
+#include <cstddef>
 #include <cstring>
 
+#include "utils/zvascii.h"
+#include "utils/zvnumtxt.h"
 #include "utils/zvomldef.h"
 #include "utils/zvomlint.h"
 #include "utils/zvomlsta.h"
@@ -40,6 +43,8 @@ bool isPlainValue(const ZVOMLDefField* field, ZVOMLTokenTagEnum tag, int32_t val
       return field->fieldType() == ZV_FIELD_INT || field->fieldType() == ZV_FIELD_OBJECT;
     case ZV_OML_STRING:
       return field->fieldType() == ZV_FIELD_STRING;
+    case ZV_OML_REAL:
+      return field->fieldType() == ZV_FIELD_REAL;
     case ZV_OML_VALUE_ID:
       return allows(field, value);
     case ZV_OML_OBJECT_ID:
@@ -47,6 +52,11 @@ bool isPlainValue(const ZVOMLDefField* field, ZVOMLTokenTagEnum tag, int32_t val
     default:
       return false;
   }
+}
+
+ZVOMLToken plainToken(ZVOMLTokenTagEnum tag, int32_t value, double real, int32_t line, int position) {
+  if (tag == ZV_OML_REAL) return {tag, real, line, position};
+  return {tag, value, line, position};
 }
 
 // Behind an assignment, if there is one.
@@ -76,6 +86,29 @@ bool scanInteger(const char*& text, int32_t& number) {
   if (negative) ++text;
   if (scanDigits(text, nullptr, number) == 0 || is(*text, INTEGER_BREAK)) return false;
   if (negative) number = -number;
+  return true;
+}
+
+// Reads a real of the text form with digits on both sides of the point and no exponent.
+bool scanReal(const char*& text, double& number) {
+  const char* digits = text + (*text == '-');
+  while (is(*digits, DIGIT)) ++digits;
+  const char* const point = digits;
+  if (*point != '.' || !is(point[-1], DIGIT)) return false;
+  for (++digits; is(*digits, DIGIT);) ++digits;
+  if (digits == point + 1 || is(*digits, INTEGER_BREAK)) return false;
+  const char* const end = zvnumber::scanReal(text, number);
+  text = digits;
+  return end == digits;
+}
+
+// Reads the value of a number item of the binary form.
+bool scanIndex(char tag, const char*& bytes, const char* end, int32_t& value) {
+  const std::ptrdiff_t count = zvascii::toUpper(tag) == tag ? 4 : 1;
+  if (end - bytes < count) return false;
+  uint32_t bits = 0;
+  for (std::ptrdiff_t i = 0; i < count; ++i) bits = bits << 8 | static_cast<unsigned char>(*bytes++);
+  value = static_cast<int32_t>(bits);
   return true;
 }
 
@@ -244,6 +277,7 @@ bool ZVOMLFile::takePlainTextField(ZVOMLSyntaxObject* object, int32_t section, u
   text = skipAssignment(text);
   ZVOMLTokenTagEnum tag = ZV_OML_BAD;
   int32_t value = 0;
+  double real = 0.0;
   if (*text == '"') {
     const char* const first = ++text;
     text += std::strcspn(text, "\"\\");
@@ -253,8 +287,8 @@ bool ZVOMLFile::takePlainTextField(ZVOMLSyntaxObject* object, int32_t section, u
     tag = ZV_OML_STRING;
     value = storeStringIndex(bytes.c_str());
   } else if (is(*text, DIGIT) || *text == '-') {
-    if (!scanInteger(text, value)) return false;
-    tag = ZV_OML_INTEGER;
+    tag = definition->fieldType() == ZV_FIELD_REAL ? ZV_OML_REAL : ZV_OML_INTEGER;
+    if (tag == ZV_OML_REAL ? !scanReal(text, real) : !scanInteger(text, value)) return false;
   } else if (const KnownName* word = findName(text)) {
     if (is(*text, SCOPE_SEPARATOR)) return false;
     tag = word->tag;
@@ -262,7 +296,7 @@ bool ZVOMLFile::takePlainTextField(ZVOMLSyntaxObject* object, int32_t section, u
   }
   if (!isPlainValue(definition, tag, value)) return false;
 
-  ZVOMLToken token(tag, value, openFiles_->line, positionAt(text));
+  ZVOMLToken token = plainToken(tag, value, real, openFiles_->line, positionAt(text));
   takeCharacters(static_cast<size_t>(text - openFiles_->read));
   addPlainField(object, section, path, definition, openFiles_->line, namePosition, token);
   return true;
@@ -326,24 +360,32 @@ bool ZVOMLFile::takePlainBinaryField(ZVOMLSyntaxObject* object, int32_t section,
   const char* const end = top.binaryRead + top.binaryLeft;
   const char* bytes = top.binaryRead + 2;
   ZVOMLTokenTagEnum tag = ZV_OML_INTEGER;
-  uint32_t value = 0;
-  switch (*bytes++) {
-    case 'i':
-      value = static_cast<unsigned char>(*bytes++);
-      break;
+  int32_t value = 0;
+  double real = 0.0;
+  switch (const char kind = *bytes++) {
     case 'I':
-      if (end - bytes < 4) return false;
-      for (int i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(*bytes++);
+    case 'i':
+      if (!scanIndex(kind, bytes, end, value)) return false;
       break;
     case 'e':
       tag = ZV_OML_VALUE_ID;
       value = static_cast<unsigned char>(*bytes++);
       break;
+    case 'R':
+    case 'r': {
+      tag = ZV_OML_REAL;
+      int32_t exponent = 0;
+      if (!scanIndex(kind, bytes, end, value) || bytes == end) return false;
+      const char exponentKind = *bytes++;
+      if (exponentKind != 'R' && exponentKind != 'r') return false;
+      if (!scanIndex(exponentKind, bytes, end, exponent)) return false;
+      real = realOfParts(value, exponent);
+      break;
+    }
     case 'N': {
       if (definition->fieldType() != ZV_FIELD_OBJECT) return false;
-      const int32_t number = scanNumberID(bytes, end);
-      if (number < 0) return false;
-      value = static_cast<uint32_t>(number);
+      value = scanNumberID(bytes, end);
+      if (value < 0) return false;
       break;
     }
     case '"': {
@@ -353,17 +395,17 @@ bool ZVOMLFile::takePlainBinaryField(ZVOMLSyntaxObject* object, int32_t section,
       std::string& text = emptyByteScratch();
       text.assign(first, bytes++);
       tag = ZV_OML_STRING;
-      value = static_cast<uint32_t>(storeStringIndex(text.c_str()));
+      value = storeStringIndex(text.c_str());
       break;
     }
     default:
       return false;
   }
-  if (!isPlainValue(definition, tag, static_cast<int32_t>(value))) return false;
+  if (!isPlainValue(definition, tag, value)) return false;
 
   const int32_t nameLine = lineBehind(2);
   skipBinaryBytes(static_cast<int32_t>(bytes - top.binaryRead));
-  ZVOMLToken token(tag, static_cast<int32_t>(value), top.line, top.position);
+  ZVOMLToken token = plainToken(tag, value, real, top.line, top.position);
   addPlainField(object, section, path, definition, nameLine, top.position, token);
   return true;
 }
