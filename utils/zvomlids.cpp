@@ -109,12 +109,12 @@ int32_t ZVOMLIDTable::enterUnnamed(int32_t scope, int32_t number) {
   if (placedNegative_) return markEntered(makePair(scope, id));
   const size_t order = at(FIRST_UNNAMED - number);
   if (order >= unnamed_.size()) unnamed_.resize(order + 1);
-  unnamed_[order] = addEntry(static_cast<uint32_t>(scope), id);
+  unnamed_[order] = addEntry(static_cast<uint32_t>(scope), id, isAbsolute(scope));
   return markEntered(unnamed_[order]);
 }
 
 const char* ZVOMLIDTable::text(int32_t index) {
-  if (isEntry(index) && entries_[at(index)].scope == NAME) return names_.decode(entries_[at(index)].id);
+  if (isEntry(index) && entries_[at(index)].scope == NAME) return names_.decode(idOf(entries_[at(index)]));
   if (!isEntry(index) && !isNumber(index)) return "";
   std::string& text = texts_[index];
   if (!text.empty()) return text.c_str();
@@ -124,11 +124,6 @@ const char* ZVOMLIDTable::text(int32_t index) {
     text += itemText(*item);
   }
   return text.c_str();
-}
-
-bool ZVOMLIDTable::isAbsolute(int32_t index) const {
-  while (isAddress(index)) index = static_cast<int32_t>(entries_[at(index)].scope);
-  return isEntry(index) && *names_.decode(entries_[at(index)].id) == '$';
 }
 
 // ---- Items
@@ -151,28 +146,27 @@ int32_t ZVOMLIDTable::makeItem(std::string_view item) {
   const int32_t name = names_.update(std::string(item).c_str());
   if (name < before)
     return name < 0 ? -1 : static_cast<int32_t>(reinterpret_cast<intptr_t>(names_.pointer(name)));
-  const int32_t index = addEntry(NAME, name);
+  const int32_t index = addEntry(NAME, name, item.starts_with('$'));
   names_.pointer(name, reinterpret_cast<void*>(static_cast<intptr_t>(index)));
   return index;
 }
 
 std::string ZVOMLIDTable::itemText(int32_t index) const {
-  return isNumber(index) ? std::to_string(numberOf(index)) : names_.decode(entries_[at(index)].id);
+  return isNumber(index) ? std::to_string(numberOf(index)) : names_.decode(idOf(entries_[at(index)]));
 }
 
 std::vector<int32_t> ZVOMLIDTable::itemsOf(int32_t index) const {
   std::vector<int32_t> items;
-  for (; isAddress(index); index = static_cast<int32_t>(entries_[at(index)].scope))
-    items.push_back(entries_[at(index)].id);
+  for (; isAddress(index); index = scopeOf(entries_[at(index)])) items.push_back(idOf(entries_[at(index)]));
   items.push_back(index);
   return items;
 }
 
 // ---- Entries
 
-int32_t ZVOMLIDTable::addEntry(uint32_t scope, int32_t id) {
+int32_t ZVOMLIDTable::addEntry(uint32_t scope, int32_t id, bool absolute) {
   const auto index = static_cast<int32_t>(entries_.size());
-  entries_.push_back({scope & NAME, 0, id});
+  entries_.push_back({scope & NAME, 0, static_cast<uint32_t>(id) & NAME, absolute});
   return index;
 }
 
@@ -216,7 +210,7 @@ int32_t ZVOMLIDTable::makePair(int32_t scope, int32_t id) {
   if (addresses_ * 2 >= places_.size()) enlarge();
   Place& place = places_[placeOf(scope, id)];
   if (place.index == 0) {
-    place = {checkOf(scope, id), addEntry(static_cast<uint32_t>(scope), id)};
+    place = {checkOf(scope, id), addEntry(static_cast<uint32_t>(scope), id, isAbsolute(scope))};
     ++addresses_;
   }
   return place.index;
@@ -233,8 +227,7 @@ size_t ZVOMLIDTable::placeOf(int32_t scope, int32_t id) const {
     const Place& place = places_[position & mask];
     if (place.index == 0) return position & mask;
     const Entry& entry = entries_[at(place.index)];
-    if (place.check == check && entry.scope == static_cast<uint32_t>(scope) && entry.id == id)
-      return position & mask;
+    if (place.check == check && scopeOf(entry) == scope && idOf(entry) == id) return position & mask;
   }
 }
 
@@ -244,6 +237,6 @@ void ZVOMLIDTable::enlarge() {
   for (const Place& place : before) {
     if (place.index == 0) continue;
     const Entry& entry = entries_[at(place.index)];
-    places_[placeOf(static_cast<int32_t>(entry.scope), entry.id)] = place;
+    places_[placeOf(scopeOf(entry), idOf(entry))] = place;
   }
 }

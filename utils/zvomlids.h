@@ -110,11 +110,11 @@ class ZVOMLIDTable {
   // "" for an index that was not given. The text holds as long as the table.
   const char* text(int32_t index);
   // Whether the text begins with a dollar sign.
-  bool isAbsolute(int32_t index) const;
+  bool isAbsolute(int32_t index) const { return isEntry(index) && entries_[at(index)].absolute; }
   // Whether the text holds a comma.
   bool isAddress(int32_t index) const { return isEntry(index) && entries_[at(index)].scope < NAME; }
   // The id at the end of an address, else the index itself.
-  int32_t lastItem(int32_t index) const { return isAddress(index) ? entries_[at(index)].id : index; }
+  int32_t lastItem(int32_t index) const { return isAddress(index) ? idOf(entries_[at(index)]) : index; }
   // Those that are kept as numbers, and their number.
   static bool isNumber(int32_t index) { return index >= NUMBERS; }
   static int32_t numberOf(int32_t index) {
@@ -144,7 +144,8 @@ class ZVOMLIDTable {
   struct Entry {
     uint32_t scope : 31;
     uint32_t entered : 1;
-    int32_t id;
+    uint32_t id : 31;
+    uint32_t absolute : 1;
   };
   // Open addressing with linear probing, at most half full; a free place has index 0, which is a name's.
   struct Place {
@@ -153,6 +154,8 @@ class ZVOMLIDTable {
   };
 
   static size_t at(int32_t index) { return static_cast<size_t>(index); }
+  static int32_t scopeOf(const Entry& entry) { return static_cast<int32_t>(entry.scope); }
+  static int32_t idOf(const Entry& entry) { return static_cast<int32_t>(entry.id); }
   bool isEntry(int32_t index) const { return index >= 0 && at(index) < entries_.size(); }
   static bool hasIndex(int32_t number) { return number >= -LARGEST_NUMBER && number <= LARGEST_NUMBER; }
   static int32_t indexOf(int32_t number) {
@@ -167,7 +170,7 @@ class ZVOMLIDTable {
   int32_t findPair(int32_t scope, int32_t id) const;
   int32_t findUnnamed(int32_t scope, int32_t id) const;
   int32_t makePair(int32_t scope, int32_t id);
-  int32_t addEntry(uint32_t scope, int32_t id);
+  int32_t addEntry(uint32_t scope, int32_t id, bool absolute);
   bool isEntered(int32_t index) const;
   int32_t markEntered(int32_t index);
   // The items of an address, the last one first.
