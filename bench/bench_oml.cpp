@@ -22,6 +22,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
@@ -599,10 +600,26 @@ void registerScaling() {
   }
 }
 
+// The files of a run, in a folder that goes with it.
+class Folder {
+ public:
+  Folder() : path_(std::filesystem::temp_directory_path() / "bench_oml.XXXXXX") {
+    if (!mkdtemp(path_.data())) fail("no folder");
+    std::filesystem::current_path(path_);
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  ~Folder() { std::filesystem::remove_all(path_); }
+
+ private:
+  std::string path_;
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
+  const Folder folder;
   Data data;
   data.grammar = makeGrammar(70000, 700000);
   prepare(*data.grammar);
