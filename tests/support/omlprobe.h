@@ -56,41 +56,36 @@ class ZVOMLFileProbe : public ZVOMLFile {
   // The first phase alone. look receives the tree, null after errors, while its texts are there.
   template <class Look>
   void parseTree(const char* path, ZVOMLStatic& grammar, Look look, int binary = 0) {
-    saveMode(binary ? ZV_FILE_READ_BINARY : ZV_FILE_READ);
-    initParser(&grammar, nullptr, -1, 0);
-    Run run(*this);
-    parse(path);
-    look(pSyntaxTree());
-    cleanup();
+    work(grammar, binary, [&] {
+      parse(path);
+      look(pSyntaxTree());
+    });
   }
 
   // The tokens alone. look receives each in turn, while the names are there.
   template <class Look>
   void readTokens(const char* path, ZVOMLStatic& grammar, Look look, int binary = 0) {
-    saveMode(binary ? ZV_FILE_READ_BINARY : ZV_FILE_READ);
-    initParser(&grammar, nullptr, -1, 0);
-    Run run(*this);
-    pushFile(path);
-    while (TokenPtr token = nextToken()) look(token.get());
-    cleanup();
+    work(grammar, binary, [&] {
+      pushFile(path);
+      while (TokenPtr token = nextToken()) look(token.get());
+    });
   }
 
   // The path that a section name at the end of path leads to, and the message that comes with it.
   uint32_t sectionPath(ZVOMLStatic& grammar, int32_t type, uint32_t path, const char* section,
                        std::string& message) {
-    initParser(&grammar, nullptr, -1, 0);
-    Run run(*this);
-    ZVOMLToken token(ZV_OML_SECTION_ID, sectionIDIndex(section), 1, 1);
-    uint32_t result = extendSectionPath(storeStringIndex("f.oml"), &token, type, path);
-    message = pErrorStringBuffer();
-    cleanup();
+    uint32_t result = 0;
+    work(grammar, 0, [&] {
+      ZVOMLToken token(ZV_OML_SECTION_ID, sectionIDIndex(section), 1, 1);
+      result = extendSectionPath(storeStringIndex("f.oml"), &token, type, path);
+      message = pErrorStringBuffer();
+    });
     return result;
   }
 
   ZVOMLDefObjType* definition(ZVOMLStatic& grammar, int32_t type) {
-    initParser(&grammar, nullptr, -1, 0);
-    ZVOMLDefObjType* result = pObjTypeDefinition(type);
-    cleanup();
+    ZVOMLDefObjType* result = nullptr;
+    work(grammar, 0, [&] { result = pObjTypeDefinition(type); });
     return result;
   }
 
@@ -104,12 +99,11 @@ class ZVOMLFileProbe : public ZVOMLFile {
 
   // The tokens of a text in memory, which is used up.
   std::string printMemoryTokens(ZVStringHandle& buffer, ZVOMLStatic& grammar) {
-    saveMode(ZV_FILE_READ);
-    initParser(&grammar, nullptr, -1, 0);
-    auxCLIBuffer_ = &buffer;
     std::string text;
-    while (TokenPtr token = nextToken()) text += printKind(token.get()) + ' ';
-    cleanup();
+    work(grammar, 0, [&] {
+      auxCLIBuffer_ = &buffer;
+      while (TokenPtr token = nextToken()) text += printKind(token.get()) + ' ';
+    });
     return text;
   }
 
@@ -161,6 +155,16 @@ class ZVOMLFileProbe : public ZVOMLFile {
   }
 
  private:
+  // Inside a run over a file of that form.
+  template <class Work>
+  void work(ZVOMLStatic& grammar, int binary, Work inside) {
+    saveMode(binary ? ZV_FILE_READ_BINARY : ZV_FILE_READ);
+    initParser(&grammar, nullptr, -1, 0);
+    Run run(*this);
+    inside();
+    cleanup();
+  }
+
   static std::string printPlace(uint32_t path, const char* section) {
     char text[20] = "";
     if (path != 0 || *section) std::snprintf(text, sizeof text, "/%x", static_cast<unsigned>(path));
