@@ -220,7 +220,7 @@ int32_t ZVOMLIDTable::makePair(int32_t scope, int32_t id) {
 size_t ZVOMLIDTable::placeOf(int32_t scope, int32_t id) const {
   const uint64_t group =
       static_cast<uint64_t>(static_cast<uint32_t>(scope)) << 32 | static_cast<uint32_t>(id) / GROUP;
-  const auto hash = static_cast<size_t>(group * 0x9e3779b97f4a7c15U >> 32);
+  const auto hash = static_cast<size_t>(group * factor_ >> 32);
   const uint32_t check = checkOf(scope, id);
   const size_t mask = places_.size() - 1;
   for (size_t position = hash * GROUP + static_cast<uint32_t>(id) % GROUP;; ++position) {

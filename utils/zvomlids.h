@@ -186,8 +186,10 @@ class ZVOMLIDTable {
   std::vector<Entry> entries_;
   std::vector<Place> places_;  // of the addresses; a power of two, or none
   size_t addresses_ = 0;
-  std::vector<int32_t>
-      unnamed_;  // those of objects without id, which have no place, by their numbers; 0: none
+  // Odd, and not the same in each run, so that no file can be made whose addresses all want one place.
+  const uint64_t factor_ = reinterpret_cast<uintptr_t>(this) * uint64_t{0x9e3779b97f4a7c15U} | 1;
+  // Those of objects without id, which have no place, by their numbers; 0: none.
+  std::vector<int32_t> unnamed_;
   bool placedNegative_ = false;  // a place may have the address that the next object without id will get
   ZVNumberSet numbers_;          // those that are entered
   ZVNumberSet negativeNumbers_;  // the same below 0, each less the first one
