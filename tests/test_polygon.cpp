@@ -433,36 +433,21 @@ TEST(Labels, LieInThePolygonWhereTheSearchShouldPutThem) {
 TEST(Labels, SingleCases) {
   const auto TOP = ZV_LABEL_LOCATION_TOP, CENTER = ZV_LABEL_LOCATION_CENTER,
              BOTTOM = ZV_LABEL_LOCATION_BOTTOM;
-  const auto MIDDLE = ZV_LABEL_REGION_CENTER, LEFT = ZV_LABEL_REGION_LEFT, RIGHT = ZV_LABEL_REGION_RIGHT;
-  const std::vector<int64_t> heights{100, 90, 70, 60, 50, 40, 30, 20, 10, 0};
-  const std::vector<int64_t> centred{100, 95, 85, 75, 65, 55, 45, 35, 25, 15, 5, 0};
   const struct {
     Label label;
     P place;
     int found;
   } cases[] = {
-      {{30, 40, MIDDLE, TOP, false}, {50, 85}, 1},
-      {{30, 40, LEFT, TOP, false}, {20, 85}, 1},
-      {{30, 40, RIGHT, TOP, false}, {80, 85}, 1},
-      {{30, 40, RIGHT, TOP, true}, {20, 85}, 1},
-      {{30, 40, MIDDLE, BOTTOM, false}, {50, 25}, 1},
-      {{30, 40, MIDDLE, BOTTOM, true}, {80, 25}, 1},
-      {{30, 40, MIDDLE, CENTER, true}, {50, 50}, 1},
-      {{30, 101, MIDDLE, TOP, false}, {7, 8}, 0},
-      {{101, 40, MIDDLE, CENTER, false}, {0, 101}, 0},
-      // An odd width at the right end, in both searches.
-      {{30, 41, RIGHT, TOP, false}, {80, 85}, 1},
-      {{30, 41, RIGHT, CENTER, false}, {79, 50}, 1},
+      {{30, 40, ZV_LABEL_REGION_LEFT, TOP, false}, {20, 85}, 1},
+      {{30, 40, ZV_LABEL_REGION_CENTER, BOTTOM, true}, {80, 25}, 1},
+      {{30, 41, ZV_LABEL_REGION_RIGHT, TOP, false}, {80, 85}, 1},
+      {{30, 41, ZV_LABEL_REGION_RIGHT, CENTER, false}, {79, 50}, 1},
+      {{30, 101, ZV_LABEL_REGION_CENTER, TOP, false}, {7, 8}, 0},
+      {{101, 40, ZV_LABEL_REGION_CENTER, CENTER, false}, {0, 101}, 0},
   };
   const Polygon polygon({{0, 0}, {100, 0}, {100, 100}, {0, 100}});
   for (const auto& c : cases) {
     const Grid grid(polygon, c.label.height, c.label.location);
-    Stripes expected;
-    for (int64_t y : c.label.location == CENTER ? centred : heights) expected.push_back({y, {{0, 100}}});
-    expected.back().spans.clear();
-    if (c.label.height == 30) {
-      EXPECT_EQ(grid.stripes(), expected);
-    }
     ZVPoint p(7, 8);
     EXPECT_EQ(polygon.assignRectangle(c.label.region, c.label.location, &grid, i32(c.label.height),
                                       i32(c.label.width), &p, c.label.follow),
