@@ -181,8 +181,15 @@ class Reader : public ZVOMLFile {
     const bool own = text == names_.main || text == names_.good;
     return ZVOMLFile::open(own ? name : nullptr, mode);
   }
+  bool unopened = false;  // a file could not be opened
 
  private:
+  void vErrorMessage(const char* file, int32_t line, int position, int id, const char* text,
+                     int fatal) override {
+    unopened = unopened || id == 13;
+    ZVOMLFile::vErrorMessage(file, line, position, id, text, fatal);
+  }
+
   const Names& names_;
 };
 
@@ -203,9 +210,10 @@ struct State {
 };
 
 ZVFileCodeEnum read(State& state, const std::string& name, ZVObject* expected, bool binary, bool keepIDs) {
+  state.reader.unopened = false;
   const ZVFileCodeEnum result = state.reader.readOMLFile(name.c_str(), state.grammar.get(), expected,
                                                          expected ? 1 : -1, binary, keepIDs, 0);
-  const bool unopened = std::strstr(state.reader.pErrorStringBuffer(), "Fatal error #013 ");
+  const bool unopened = state.reader.unopened;
   const bool good = state.reader.numberOfErrors() == 0;
   CHECK(result == (good ? ZV_FILE_OK : unopened ? ZV_FILE_OPEN_ERROR : ZV_FILE_READ_ERROR));
   CHECK((state.reader.numberOfErrors() > 0) == (*state.reader.pErrorStringBuffer() != '\0'));
