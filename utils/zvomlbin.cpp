@@ -5,7 +5,6 @@
 // grows only with the bytes that arrive.
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 #include "utils/zvascii.h"
 #include "utils/zvomlint.h"

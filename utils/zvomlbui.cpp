@@ -2,10 +2,8 @@
 // and fills them.
 #include <algorithm>
 #include <cstring>
-#include <memory>
 
 #include "utils/zvidxhsh.h"
-#include "utils/zvnumtxt.h"
 #include "utils/zvomldef.h"
 #include "utils/zvomlfil.h"
 #include "utils/zvomlint.h"
@@ -14,7 +12,6 @@
 #include "utils/zvomlsta.h"
 #include "utils/zvomlsyn.h"
 #include "utils/zvomltkn.h"
-#include "utils/zvstrpoo.h"
 
 namespace {
 

@@ -13,7 +13,6 @@
 #include "utils/zvomlint.h"
 #include "utils/zvomlsta.h"
 #include "utils/zvomlsyn.h"
-#include "utils/zvstrpoo.h"
 
 namespace {
 

@@ -14,7 +14,6 @@
 #include "utils/zvomlint.h"
 #include "utils/zvomlsta.h"
 #include "utils/zvomlsyn.h"
-#include "utils/zvstrpoo.h"
 
 using namespace zvomlchar;
 

@@ -1,7 +1,6 @@
 // The token reader of ZVOMLFile: raw input, the stacks of files and brackets, names and their indices, and
 // the tokens of the text form.
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <limits>
 #include <utility>
