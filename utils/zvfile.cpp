@@ -322,13 +322,17 @@ ZVFileCodeEnum ZVFile::readBufferedString(ZVStringHandle& text) {
     takeBuffered(count);
     if (count == run) continue;
 
-    char c = *pTopBuffer_;
+    const char second = *last == '\n' ? '\r' : '\n';  // of a line end of two characters
+    if (ended && count + 1 < run) {
+      takeBuffered(last[1] == second ? 2 : 1);
+      return ZV_FILE_OK;
+    }
     takeBuffered(1);
     if (!ended) {
       endOfFile(1);
       return length > 0 ? ZV_FILE_OK : ZV_FILE_READ_ERROR;
     }
-    if (lookAheadBufferedChar() == (c == '\n' ? '\r' : '\n')) nextBufferedChar();
+    if (lookAheadBufferedChar() == second) nextBufferedChar();
     return ZV_FILE_OK;
   }
   return length > 0 && endOfFile() ? ZV_FILE_OK : ZV_FILE_READ_ERROR;
