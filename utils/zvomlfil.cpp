@@ -24,17 +24,28 @@ void clearText(char* buffer) {
 
 ZV_DEFINE_NO_COPY(ZVOMLFile)
 
+ZVOMLArena::~ZVOMLArena() {
+  for (void* page : pages_) zvplatform::releaseLargePage(page);
+}
+
 bool ZVOMLArena::nextBlock(size_t size) {
   // Allocators give larger ones back to the system at once, and every page of the next one is cleared anew.
   constexpr size_t LARGEST_BLOCK = 124 << 10;
-  const size_t block = std::max(size, blockSize_);
-  blockSize_ = std::min(2 * blockSize_, LARGEST_BLOCK);
-  std::unique_ptr<std::byte[]> memory(new (std::nothrow) std::byte[block]);
-  if (!memory) return false;
-  next_ = memory.get();
-  left_ = block;
-  blocks_.push_back(std::move(memory));
-  return true;
+  // More than this is likely to go back to the system with the rest of the tree.
+  constexpr size_t MOST_IN_BLOCKS = size_t{32} << 20;
+  const bool large = inBlocks_ >= MOST_IN_BLOCKS && size <= zvplatform::LARGE_PAGE;
+  left_ = large ? zvplatform::LARGE_PAGE : std::max(size, blockSize_);
+  if (large) {
+    pages_.push_back(nullptr);
+    next_ = static_cast<std::byte*>(pages_.back() = zvplatform::obtainLargePage());
+  } else {
+    blocks_.emplace_back(new (std::nothrow) std::byte[left_]);
+    next_ = blocks_.back().get();
+    inBlocks_ += left_;
+    blockSize_ = std::min(2 * blockSize_, LARGEST_BLOCK);
+  }
+  if (!next_) left_ = 0;
+  return next_;
 }
 
 ZVOMLFile::Remains::~Remains() {

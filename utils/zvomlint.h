@@ -115,6 +115,11 @@ struct ZVBracketList {
 // Memory for many small things that go together: nothing is released before all of it.
 class ZVOMLArena {
  public:
+  ZVOMLArena() = default;
+  ZVOMLArena(const ZVOMLArena&) = delete;
+  ZVOMLArena& operator=(const ZVOMLArena&) = delete;
+  ~ZVOMLArena();
+
   // Aligned for pointers and numbers; null without memory.
   void* obtain(size_t size) {
     constexpr size_t STEP = std::max(alignof(double), alignof(void*));
@@ -128,7 +133,9 @@ class ZVOMLArena {
   bool nextBlock(size_t size);
 
   std::vector<std::unique_ptr<std::byte[]>> blocks_;
+  size_t inBlocks_ = 0;
   size_t blockSize_ = 1 << 13;  // of the next one
+  std::vector<void*> pages_;    // behind the blocks
   std::byte* next_ = nullptr;
   size_t left_ = 0;
 };

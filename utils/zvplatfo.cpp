@@ -9,6 +9,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <link.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -130,6 +131,9 @@ char* workingDirectory(char* buffer, int size) {
   return buffer;
 }
 
+void* obtainLargePage() { return std::malloc(LARGE_PAGE); }
+void releaseLargePage(void* page) { std::free(page); }
+
 void showNotice(const char* caption, const char* text) {
   MessageBoxA(GetDesktopWindow(), text, caption, MB_OK | MB_ICONINFORMATION);
 }
@@ -214,6 +218,25 @@ void* functionAddress(void* module, const char* name) { return ::dlsym(module, n
 
 char* workingDirectory(char* buffer, int size) {
   return size > 0 ? ::getcwd(buffer, static_cast<size_t>(size)) : nullptr;
+}
+
+// Twice the size holds one page at its own alignment; what lies around it is given back.
+void* obtainLargePage() {
+  void* memory = ::mmap(nullptr, 2 * LARGE_PAGE, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (memory == MAP_FAILED) return nullptr;
+  char* const first = static_cast<char*>(memory);
+  const size_t before = (LARGE_PAGE - reinterpret_cast<uintptr_t>(first) % LARGE_PAGE) % LARGE_PAGE;
+  char* const page = first + before;
+  if (before > 0) ::munmap(first, before);
+  ::munmap(page + LARGE_PAGE, LARGE_PAGE - before);
+#if defined(MADV_HUGEPAGE)
+  ::madvise(page, LARGE_PAGE, MADV_HUGEPAGE);
+#endif
+  return page;
+}
+
+void releaseLargePage(void* page) {
+  if (page) ::munmap(page, LARGE_PAGE);
 }
 
 void showNotice(const char* caption, const char* text) {

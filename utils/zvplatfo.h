@@ -89,6 +89,12 @@ void* functionAddress(void* module, const char* name);
 // Fills buffer with the working directory; null and an untouched buffer if it does not fit.
 char* workingDirectory(char* buffer, int size);
 
+// A piece of memory for data that fills many of them, null if there is none. The system is asked to make it
+// one page where it can, which spares a fault for each of 512 small ones.
+inline constexpr size_t LARGE_PAGE = size_t{2} << 20;
+void* obtainLargePage();
+void releaseLargePage(void* page);
+
 // Shows one notice and blocks until it is answered: a message box, or a line on the error stream where
 // there is no window system. A null text shows as an empty one.
 void showNotice(const char* caption, const char* text);
