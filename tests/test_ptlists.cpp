@@ -16,23 +16,42 @@
 
 namespace {
 
-// The operations whose names hold the word, under names that the tests can share.
-#define WORD(Name)                                                                                           \
-  struct Name##Word {                                                                                        \
-    using Element = ZV##Name;                                                                                \
-    static constexpr auto add = [](auto& l, auto* c, auto* o) { return l.add##Name(c, o); };                 \
-    static constexpr auto append = [](auto& l, auto* o) { return l.append##Name(o); };                       \
-    static constexpr auto prepend = [](auto& l, auto* o) { return l.prepend##Name(o); };                     \
-    static constexpr auto addNew = [](auto& l, auto* c, auto* o) { return l.add##Name##IfNotInList(c, o); }; \
-    static constexpr auto appendNew = [](auto& l, auto* o) { return l.append##Name##IfNotInList(o); };       \
-    static constexpr auto prependNew = [](auto& l, auto* o) { return l.prepend##Name##IfNotInList(o); };     \
-    static constexpr auto search = [](auto& l, const auto* o) { return l.search##Name(o); };                 \
-    static constexpr auto searchPrev = [](auto& l, const auto* o) { return l.search##Name##Prev(o); };       \
-    static constexpr auto position = [](auto& l, const auto* o) { return l.positionOf##Name(o); };           \
-    static constexpr auto at = [](auto& l, int32_t position) { return l.p##Name##InPosition(position); };    \
-    static constexpr auto deleteAll = [](auto& l) { l.deleteAllCellsAnd##Name##s(); };                       \
-    static constexpr auto copyAll = [](auto& l, auto source) { l.copyAllCellsAnd##Name##s(source); };        \
-    static constexpr auto current = [](const auto& iter) { return iter.p##Name(); };                         \
+// The operations whose names hold the word, under names that the tests can share. The plain lists need only
+// some of them.
+#define WORD(Name)                                                                                        \
+  struct Name##Word {                                                                                     \
+    using Element = ZV##Name;                                                                             \
+    [[maybe_unused]] static constexpr auto add = [](auto& l, auto* c, auto* o) {                          \
+      return l.add##Name(c, o);                                                                           \
+    };                                                                                                    \
+    [[maybe_unused]] static constexpr auto append = [](auto& l, auto* o) { return l.append##Name(o); };   \
+    [[maybe_unused]] static constexpr auto prepend = [](auto& l, auto* o) { return l.prepend##Name(o); }; \
+    [[maybe_unused]] static constexpr auto addNew = [](auto& l, auto* c, auto* o) {                       \
+      return l.add##Name##IfNotInList(c, o);                                                              \
+    };                                                                                                    \
+    [[maybe_unused]] static constexpr auto appendNew = [](auto& l, auto* o) {                             \
+      return l.append##Name##IfNotInList(o);                                                              \
+    };                                                                                                    \
+    [[maybe_unused]] static constexpr auto prependNew = [](auto& l, auto* o) {                            \
+      return l.prepend##Name##IfNotInList(o);                                                             \
+    };                                                                                                    \
+    [[maybe_unused]] static constexpr auto search = [](auto& l, const auto* o) {                          \
+      return l.search##Name(o);                                                                           \
+    };                                                                                                    \
+    [[maybe_unused]] static constexpr auto searchPrev = [](auto& l, const auto* o) {                      \
+      return l.search##Name##Prev(o);                                                                     \
+    };                                                                                                    \
+    [[maybe_unused]] static constexpr auto position = [](auto& l, const auto* o) {                        \
+      return l.positionOf##Name(o);                                                                       \
+    };                                                                                                    \
+    [[maybe_unused]] static constexpr auto at = [](auto& l, int32_t position) {                           \
+      return l.p##Name##InPosition(position);                                                             \
+    };                                                                                                    \
+    [[maybe_unused]] static constexpr auto deleteAll = [](auto& l) { l.deleteAllCellsAnd##Name##s(); };   \
+    [[maybe_unused]] static constexpr auto copyAll = [](auto& l, auto source) {                           \
+      l.copyAllCellsAnd##Name##s(source);                                                                 \
+    };                                                                                                    \
+    [[maybe_unused]] static constexpr auto current = [](const auto& iter) { return iter.p##Name(); };     \
   }
 WORD(Point);
 WORD(Rect);
