@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "utils/zvascii.h"
 #include "utils/zvomlint.h"
 #include "utils/zvomlsta.h"
 #include "utils/zvstrpoo.h"
@@ -147,16 +146,10 @@ int32_t ZVOMLFile::takeBinaryRun(std::string& bytes, int32_t count) {
 
 // The number of an id that is a few digits, all of them in the buffer, in which case they are taken; else -1.
 int32_t ZVOMLFile::takeShortID() {
-  constexpr int32_t LONGEST = 8;
-  ZVOpenFileList& top = *openFiles_;
-  const int32_t most = std::min(top.binaryLeft, LONGEST + 1);
-  int32_t number = 0;
-  int32_t count = 0;
-  for (; count < most && zvascii::isDigit(top.binaryRead[count]); ++count)
-    number = number * 10 + (top.binaryRead[count] - '0');
-  if (count == 0 || count == most || top.binaryRead[count] != '"') return -1;
-  if (top.binaryRead[0] == '0' && count > 1) return -1;
-  skipBinaryBytes(count + 1);
+  const ZVOpenFileList& top = *openFiles_;
+  const char* bytes = top.binaryRead;
+  const int32_t number = zvomlchar::scanNumberID(bytes, bytes + top.binaryLeft);
+  if (number >= 0) skipBinaryBytes(static_cast<int32_t>(bytes - top.binaryRead));
   return number;
 }
 

@@ -39,7 +39,7 @@ bool ZVOMLArena::nextBlock(size_t size) {
     pages_.push_back(nullptr);
     next_ = static_cast<std::byte*>(pages_.back() = zvplatform::obtainLargePage());
   } else {
-    blocks_.emplace_back(new (std::nothrow) std::byte[left_]);
+    blocks_.push_back(std::unique_ptr<std::byte[]>(new (std::nothrow) std::byte[left_]));
     next_ = blocks_.back().get();
     inBlocks_ += left_;
     blockSize_ = std::min(2 * blockSize_, LARGEST_BLOCK);

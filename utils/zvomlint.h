@@ -69,6 +69,10 @@ inline char leftBracketOf(char c) {
   }
 }
 
+// Reads an id of the binary form that is a short number, and its end; -1 for any other. With a leading zero
+// the text is not that of the number.
+int32_t scanNumberID(const char*& bytes, const char* end);
+
 }  // namespace zvomlchar
 
 // One entry of the stack of open files. Entries below the top keep the state of their file while another one

@@ -111,17 +111,6 @@ bool scanIndex(char tag, const char*& bytes, const char* end, int32_t& value) {
   return true;
 }
 
-// Reads an id of the binary form that is a short number, and its end; -1 for any other. With a leading zero
-// the text is not that of the number.
-int32_t scanNumberID(const char*& bytes, const char* end) {
-  const char* const first = bytes;
-  int32_t number = 0;
-  const int count = scanDigits(bytes, end, number);
-  if (count == 0 || bytes == end || *bytes != '"' || (*first == '0' && count > 1)) return -1;
-  ++bytes;
-  return number;
-}
-
 ZVOMLDefField* definitionOf(const ZVOMLSyntaxObject* object, uint32_t path, int32_t index) {
   if (index < FIRST_ORDINARY_FIELD) return nullptr;
   if (path == 0) return object->pDefObjType()->findField(index);
@@ -130,6 +119,15 @@ ZVOMLDefField* definitionOf(const ZVOMLSyntaxObject* object, uint32_t path, int3
 }
 
 }  // namespace
+
+int32_t zvomlchar::scanNumberID(const char*& bytes, const char* end) {
+  const char* const first = bytes;
+  int32_t number = 0;
+  const int count = scanDigits(bytes, end, number);
+  if (count == 0 || bytes == end || *bytes != '"' || (*first == '0' && count > 1)) return -1;
+  ++bytes;
+  return number;
+}
 
 // Takes plain attributes from the place where one begins, and counts them. What is not plain is left, but for
 // white space. Gives 1 at the end of the list.

@@ -177,12 +177,9 @@ void ZVOMLSyntaxObject::deleteObjectItem(ZVOMLSyntaxObjectList* previous) {
 ZVOMLSyntaxField::ZVOMLSyntaxField(ZVOMLFile* file, int32_t line, int position, int32_t fileNameIndex,
                                    int32_t fieldIDIndex, int32_t sectionIDIndex, uint32_t sectionPathIndex,
                                    ZVOMLToken* value, ZVOMLDefField* definition, int unchecked)
-    : ZVOMLSyntaxStruct(file, line, position, fileNameIndex),
-      inUncheckedSection_(unchecked != 0),
-      fieldIDIndex_(fieldIDIndex),
-      sectionIDIndex_(sectionIDIndex),
-      sectionPathIndex_(sectionPathIndex),
-      definition_(definition) {
+    : ZVOMLSyntaxField(ZVOMLSyntaxStruct(file, line, position, fileNameIndex), fieldIDIndex, sectionIDIndex,
+                       sectionPathIndex, nullptr, definition, unchecked) {
+  inArena_ = false;
   if (!value) return;
   holds_ = HEAP_TOKEN;
   value_.heap = value;
